@@ -1,0 +1,1 @@
+#include "HIDSensorService.h"

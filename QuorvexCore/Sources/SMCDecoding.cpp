@@ -1,0 +1,1 @@
+#include "SMCDecoding.h"
