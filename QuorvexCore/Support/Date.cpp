@@ -85,7 +85,14 @@ std::optional<std::chrono::minutes> takeZone(std::string_view& text) {
 }  // namespace
 
 double secondsBetween(Date earlier, Date later) {
-  return static_cast<double>((later - earlier).count()) / 1e9;
+  const std::int64_t from = earlier.time_since_epoch().count();
+  const std::int64_t to = later.time_since_epoch().count();
+  std::int64_t difference = 0;
+  if (__builtin_sub_overflow(to, from, &difference)) {
+    // Centuries apart: nanoseconds no longer matter.
+    return (static_cast<double>(to) - static_cast<double>(from)) / 1e9;
+  }
+  return static_cast<double>(difference) / 1e9;
 }
 
 nanoseconds nanosecondsFromSeconds(double seconds) {
