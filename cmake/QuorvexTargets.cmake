@@ -12,6 +12,9 @@ if(QUORVEX_SANITIZERS)
     -fsanitize=${QUORVEX_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(QuorvexOptions INTERFACE -fsanitize=${QUORVEX_SANITIZERS})
 endif()
+if(QUORVEX_FUZZ)
+  target_compile_options(QuorvexOptions INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 target_link_libraries(QuorvexOptions INTERFACE Threads::Threads)
 
 # One folder, one static library. Its headers are found only by targets that link it, so that an
