@@ -1,0 +1,1 @@
+"""The machines that ship with Quorvex: how they are made and what is checked about them."""
