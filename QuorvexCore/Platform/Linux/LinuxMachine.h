@@ -8,8 +8,8 @@
 namespace quorvex {
 
 /// The Linux computer that the process runs on, with what it honestly has: batteries under
-/// power_supply, hwmon temperatures and fans, interface counters, processes, files, children, clock.
-/// What it does not have (energy channels, nettop, thermal pressure) is absent. Any thread.
+/// power_supply, hwmon temperatures and fans, interface counters, processes, files, children,
+/// clock. What it does not have (energy channels, nettop, thermal pressure) is absent. Any thread.
 class LinuxMachine final : public Machine {
  public:
   /// The file trees that the readers look at; tests give folders of their own.

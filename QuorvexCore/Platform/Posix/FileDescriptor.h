@@ -1,0 +1,39 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace quorvex {
+
+/// Owns one file descriptor and closes it; -1 stands for none.
+class FileDescriptor {
+ public:
+  FileDescriptor() = default;
+  explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
+  FileDescriptor(FileDescriptor&& other) noexcept
+      : descriptor_(std::exchange(other.descriptor_, -1)) {}
+  FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+    if (this != &other) {
+      reset();
+      descriptor_ = std::exchange(other.descriptor_, -1);
+    }
+    return *this;
+  }
+  FileDescriptor(const FileDescriptor&) = delete;
+  FileDescriptor& operator=(const FileDescriptor&) = delete;
+  ~FileDescriptor() { reset(); }
+
+  [[nodiscard]] int get() const { return descriptor_; }
+  [[nodiscard]] explicit operator bool() const { return descriptor_ >= 0; }
+  void reset() {
+    if (descriptor_ >= 0) {
+      close(std::exchange(descriptor_, -1));
+    }
+  }
+
+ private:
+  int descriptor_ = -1;
+};
+
+}  // namespace quorvex
