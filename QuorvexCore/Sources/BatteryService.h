@@ -10,8 +10,8 @@
 namespace quorvex {
 
 /// Turns the two dictionaries about the internal battery into one `BatteryInfo`. The registry is
-/// the authority; the power source fills what it lacks. Nothing is averaged, smoothed or remembered.
-/// Stateless; any thread.
+/// the authority; the power source fills what it lacks. Nothing is averaged, smoothed or
+/// remembered. Stateless; any thread.
 class BatteryService {
  public:
   explicit BatteryService(BatteryDictionaries& dictionaries) : dictionaries_(&dictionaries) {}

@@ -11,8 +11,8 @@
 namespace quorvex {
 
 /// Reads the temperature sensors that the system publishes as HID services, without privileges.
-/// The client is built on the first success and kept; a failed attempt is repeated at the next read.
-/// Reads may overlap.
+/// The client is built on the first success and kept; a failed attempt is repeated at the next
+/// read. Reads may overlap.
 class HIDSensorService {
  public:
   explicit HIDSensorService(HIDTemperatures& port) : port_(&port) {}

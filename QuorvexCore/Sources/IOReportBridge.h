@@ -21,7 +21,8 @@ class IOReportBridge {
   [[nodiscard]] PlatformObject channelsInGroup(
       std::string_view group, std::optional<std::string_view> subgroup = std::nullopt) const;
   /// None unless both the subscription and its subscribed channels came back.
-  [[nodiscard]] std::optional<EnergySubscription> subscription(const PlatformObject& channels) const;
+  [[nodiscard]] std::optional<EnergySubscription> subscription(
+      const PlatformObject& channels) const;
   [[nodiscard]] PlatformObject sample(const EnergySubscription& subscription) const;
   [[nodiscard]] PlatformObject delta(const PlatformObject& previous,
                                      const PlatformObject& current) const;

@@ -17,9 +17,9 @@ namespace quorvex {
 /// Whether per-process counters are read at all, and with which tool.
 enum class NetworkProcessAttributionMode { disabled, nettop };
 
-/// Reads per-interface byte counters from the kernel and, when asked to, per-process counters by one
-/// run of the tool nettop; turns two readings into rates. It holds no state between calls; failures
-/// show as empty lists. Any thread.
+/// Reads per-interface byte counters from the kernel and, when asked to, per-process counters by
+/// one run of the tool nettop; turns two readings into rates. It holds no state between calls;
+/// failures show as empty lists. Any thread.
 class NetworkService {
  public:
   /// Where the tool lives and how many seconds it may take, in every use of the program.
@@ -60,7 +60,8 @@ class NetworkService {
       std::span<const NetworkInterfaceStats> last, std::vector<NetworkInterfaceStats> current,
       double interval);
 
-  /// The same for processes, matched by pid and name together; a counter that fell gives 0.
+  /// The same for processes, matched by pid and name together; a counter that fell gives 0. Every
+  /// other process, and every one when `interval` is not above 0, comes with rates of 0.
   [[nodiscard]] static std::vector<NetworkProcessInfo> processThroughput(
       std::span<const NetworkProcessInfo> last, std::vector<NetworkProcessInfo> current,
       double interval);

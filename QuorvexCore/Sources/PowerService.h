@@ -20,8 +20,8 @@ struct EnergyChannelDelta {
   std::int64_t nanojoules = 0;
 };
 
-/// Measures CPU, GPU, neural-engine and DRAM power from the IOReport energy channels. The library is
-/// looked for once, at construction. Reads may overlap; the cached subscription is guarded.
+/// Measures CPU, GPU, neural-engine and DRAM power from the IOReport energy channels. The library
+/// is looked for once, at construction. Reads may overlap; the cached subscription is guarded.
 class PowerService {
  public:
   PowerService(EnergyLibrary& library, Clock& clock);

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "FanInfo.h"
-#include "SMCDecoding.h"
 #include "SMCPort.h"
 #include "TemperatureSensor.h"
 
@@ -35,13 +34,10 @@ class SMCService {
   [[nodiscard]] bool ensureConnected();
   [[nodiscard]] bool reconnect();
   void disconnect();
-  [[nodiscard]] std::optional<SMCValue> readSMCKeyTyped(Connection connection,
-                                                        std::string_view key) const;
   [[nodiscard]] std::optional<std::int64_t> readRPM(Connection connection,
                                                     std::string_view key) const;
   [[nodiscard]] std::optional<std::int64_t> readFanCount(Connection connection) const;
   [[nodiscard]] std::vector<FanInfo> buildFans(Connection connection, std::int64_t fanCount) const;
-  [[nodiscard]] std::vector<TemperatureSensor> collectTemperatures(Connection connection) const;
 
   SMCPort* port_;
   std::mutex mutex_;

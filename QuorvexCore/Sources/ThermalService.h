@@ -15,7 +15,8 @@ class ThermalService {
 
   [[nodiscard]] ThermalInfo read() const;
 
-  /// 0 to 4; 0 when the notification fails. A state beyond the signed 64-bit range is a fatal error.
+  /// 0 to 4; 0 when the notification fails. A state beyond the signed 64-bit range is a fatal
+  /// error.
   [[nodiscard]] std::int64_t readThermalPressure() const;
 
  private:
