@@ -14,11 +14,7 @@ namespace quorvex {
 /// clock has reached. Deterministic. Several threads may use it at a time.
 class RecordedMachine final : public Machine {
  public:
-  /// How the clock advances.
-  enum class Pace {
-    real,     ///< with real time; sleeps really sleep
-    instant,  ///< only by sleeps, which return at once
-  };
+  using Pace = MachineFile::Pace;
 
   /// Reads a machine file. `pace` goes before what the file says.
   [[nodiscard]] static std::variant<std::unique_ptr<RecordedMachine>, MachineFileError> load(
