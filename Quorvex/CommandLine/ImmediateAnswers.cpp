@@ -1,11 +1,11 @@
 #include "ImmediateAnswers.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <vector>
 
 #include "AppVersion.h"
+#include "Output.h"
 
 namespace quorvex {
 
@@ -63,7 +63,7 @@ bool answerImmediately(int argumentCount, const char* const* arguments) {
   if (answer.empty()) {
     return false;
   }
-  static_cast<void>(std::fwrite(answer.data(), 1, answer.size(), stdout));
+  StandardOutput{}.print(answer);
   return true;
 }
 
