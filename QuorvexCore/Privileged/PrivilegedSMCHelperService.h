@@ -14,7 +14,8 @@ namespace quorvex {
 class PrivilegedSMCHelperService {
  public:
   /// Where the helper tool is installed.
-  static constexpr const char* defaultHelperPath = "/Library/PrivilegedHelperTools/com.quorvex.helper";
+  static constexpr const char* defaultHelperPath =
+      "/Library/PrivilegedHelperTools/com.quorvex.helper";
 
   PrivilegedSMCHelperService(FileAttributes& fileAttributes, ChildProcesses& childProcesses,
                              std::string helperPath = defaultHelperPath);
@@ -22,8 +23,8 @@ class PrivilegedSMCHelperService {
   /// Whether this user may execute the file at the helper path.
   [[nodiscard]] bool isAvailable() const;
 
-  /// The tool's sensors in its order; empty on any failure. Blocks until the tool has ended, with no
-  /// time limit.
+  /// The tool's sensors in its order; empty on any failure. Blocks until the tool has ended, with
+  /// no time limit.
   [[nodiscard]] std::vector<TemperatureSensor> readTemperatures() const;
 
  private:

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "RawEnum.h"
 
@@ -33,6 +34,15 @@ struct RawTexts<PowerReadingConfidence> {
       std::pair{PowerReadingConfidence::batteryTerminal, std::string_view{"batteryTerminal"}},
       std::pair{PowerReadingConfidence::ioReport, std::string_view{"ioReport"}}};
 };
+
+/// The short display label of a kind; a static text.
+[[nodiscard]] std::string_view readingLabel(PowerReadingKind kind);
+
+/// One line on what a number of this kind is and is not; a static text.
+[[nodiscard]] std::string_view readingSummary(PowerReadingKind kind);
+
+/// How numbers of a kind are measured.
+[[nodiscard]] PowerReadingConfidence readingConfidence(PowerReadingKind kind);
 
 /// The one number that stands as total power, with its honest label.
 struct PowerReading {

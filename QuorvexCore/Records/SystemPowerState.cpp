@@ -7,45 +7,24 @@ namespace quorvex {
 
 namespace {
 
-/// The constant texts of each kind of reading.
-struct ReadingWords {
-  PowerReadingKind kind;
-  PowerReadingConfidence confidence;
-  std::string_view label;
-  std::string_view summary;
-};
-
-constexpr ReadingWords dischargeWords{PowerReadingKind::batteryDischarge,
-                                      PowerReadingConfidence::batteryTerminal, "Battery draw",
-                                      "SmartBattery whole-system draw while unplugged"};
-constexpr ReadingWords supplementWords{
-    PowerReadingKind::batterySupplement, PowerReadingConfidence::batteryTerminal,
-    "Battery supplement", "Battery is supplementing adapter input; not total system load"};
-constexpr ReadingWords chargeWords{PowerReadingKind::batteryChargeInput,
-                                   PowerReadingConfidence::batteryTerminal, "Battery charge input",
-                                   "SmartBattery charge rate; not total system load"};
-constexpr ReadingWords siliconWords{PowerReadingKind::ioReportSiliconPower,
-                                    PowerReadingConfidence::ioReport, "IOReport silicon power",
-                                    "CPU/GPU/ANE/DRAM energy model"};
-
 struct Decision {
   double watts;
-  const ReadingWords* words;
+  PowerReadingKind kind;
 };
 
 /// The first rule that holds wins.
 std::optional<Decision> decide(const SystemPowerState& state) {
   if (const auto watts = state.batteryDischargeWatts()) {
-    return Decision{*watts, &dischargeWords};
+    return Decision{*watts, PowerReadingKind::batteryDischarge};
   }
   if (const auto watts = state.batterySupplementWatts()) {
-    return Decision{*watts, &supplementWords};
+    return Decision{*watts, PowerReadingKind::batterySupplement};
   }
   if (const auto watts = state.batteryChargeInputWatts()) {
-    return Decision{*watts, &chargeWords};
+    return Decision{*watts, PowerReadingKind::batteryChargeInput};
   }
   if (const auto watts = state.siliconWatts()) {
-    return Decision{*watts, &siliconWords};
+    return Decision{*watts, PowerReadingKind::ioReportSiliconPower};
   }
   return std::nullopt;
 }
@@ -104,26 +83,11 @@ std::optional<PowerReading> SystemPowerState::primaryPowerReading() const {
   if (!decision) {
     return std::nullopt;
   }
-  const ReadingWords& words = *decision->words;
   return PowerReading{.watts = decision->watts,
-                      .kind = words.kind,
-                      .label = std::string{words.label},
-                      .summary = std::string{words.summary},
-                      .confidence = words.confidence};
-}
-
-PowerSourceInfo powerSourceInfo(const SystemPowerState& state) {
-  if (const auto decision = decide(state)) {
-    const ReadingWords& words = *decision->words;
-    return {rawValue(words.kind), words.label, words.summary};
-  }
-  if (!state.battery) {
-    return {"unavailable", "Unavailable", "No usable power source"};
-  }
-  if (state.battery->acConnected) {
-    return {"onACBatteryIdle", "On AC, battery idle", "No live discharge or charge rate"};
-  }
-  return {"batteryController", "Battery controller", "No live discharge or charge rate"};
+                      .kind = decision->kind,
+                      .label = std::string{readingLabel(decision->kind)},
+                      .summary = std::string{readingSummary(decision->kind)},
+                      .confidence = readingConfidence(decision->kind)};
 }
 
 }  // namespace quorvex

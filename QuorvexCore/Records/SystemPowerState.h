@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <string_view>
 #include <vector>
 
 #include "BatteryInfo.h"
@@ -14,15 +13,6 @@
 #include "ThermalInfo.h"
 
 namespace quorvex {
-
-/// A word for the source of the total, also when there is no reading.
-struct PowerSourceInfo {
-  std::string_view kind;     ///< a reading kind's text, or one of the words for "no reading"
-  std::string_view label;    ///< short display label
-  std::string_view summary;  ///< one line of explanation
-
-  bool operator==(const PowerSourceInfo&) const = default;
-};
 
 /// The snapshot of one poll: what every source said, and the named watt readings that follow from
 /// it. A plain value, copied freely between threads.
@@ -57,8 +47,5 @@ struct SystemPowerState {
 
   bool operator==(const SystemPowerState&) const = default;
 };
-
-/// Kind, label and summary of the source of the total. The views are of static texts.
-[[nodiscard]] PowerSourceInfo powerSourceInfo(const SystemPowerState& state);
 
 }  // namespace quorvex

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "RecordFields.h"
+
 namespace quorvex {
 
 /// One named temperature. Also the element of the helper tool's temperature reply.
@@ -11,6 +13,15 @@ struct TemperatureSensor {
   double temperature = 0.0;  ///< degrees Celsius
 
   bool operator==(const TemperatureSensor&) const = default;
+};
+
+template <>
+struct RecordFields<TemperatureSensor> {
+  static constexpr std::tuple values{
+      RecordField{"key", &TemperatureSensor::key},
+      RecordField{"name", &TemperatureSensor::name},
+      RecordField{"temperature", &TemperatureSensor::temperature},
+  };
 };
 
 /// A temperature prepared for display.

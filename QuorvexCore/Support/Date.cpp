@@ -167,12 +167,19 @@ std::optional<Date> parseISO8601(std::string_view text) {
   const std::chrono::year_month_day calendar{std::chrono::year{*year},
                                              std::chrono::month{static_cast<unsigned>(*month)},
                                              std::chrono::day{static_cast<unsigned>(*day)}};
-  // Years outside these bounds have instants that nanoseconds since 1970 cannot hold.
-  if (!calendar.ok() || *year < 1678 || *year > 2261) {
+  if (!calendar.ok()) {
     return std::nullopt;
   }
-  return Date{std::chrono::sys_days{calendar}} + std::chrono::hours{*hour} +
-         std::chrono::minutes{*minute} + std::chrono::seconds{*second} + *fraction - *zone;
+  const std::chrono::sys_seconds seconds = std::chrono::sys_days{calendar} +
+                                           std::chrono::hours{*hour} +
+                                           std::chrono::minutes{*minute} +
+                                           std::chrono::seconds{*second} - *zone;
+  // Instants that nanoseconds since 1970 cannot hold, from 1677 to 2262.
+  constexpr std::chrono::seconds limit{9'223'372'035};
+  if (seconds.time_since_epoch() < -limit || seconds.time_since_epoch() > limit) {
+    return std::nullopt;
+  }
+  return Date{seconds} + *fraction;
 }
 
 }  // namespace quorvex

@@ -9,6 +9,19 @@
 
 namespace quorvex {
 
+namespace {
+
+/// Whether a byte stands for itself within a string.
+constexpr std::array<bool, 256> isPlain = [] {
+  std::array<bool, 256> plain{};
+  for (std::size_t code = 0x20; code < plain.size(); ++code) {
+    plain[code] = code != '"' && code != '\\' && code != '/';
+  }
+  return plain;
+}();
+
+}  // namespace
+
 void JSONWriter::beginObject() {
   begin(true, '{');
 }
@@ -151,7 +164,7 @@ void JSONWriter::writeString(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char c = text[i];
     const auto code = static_cast<unsigned char>(c);
-    if (code >= 0x20 && c != '"' && c != '\\' && c != '/') {
+    if (isPlain[code]) {
       continue;
     }
     text_.append(text, plainFrom, i - plainFrom);

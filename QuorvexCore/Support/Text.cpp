@@ -3,7 +3,6 @@
 #include <unicode/ubrk.h>
 #include <unicode/ucasemap.h>
 #include <unicode/uchar.h>
-#include <unicode/ucnv.h>
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
 
@@ -209,51 +208,6 @@ std::vector<std::string_view> nonEmptyLines(std::string_view text) {
     lines.push_back(text.substr(lineBegin));
   }
   return lines;
-}
-
-bool isValidUTF8(std::string_view bytes) {
-  std::size_t offset = 0;
-  while (offset < bytes.size()) {
-    const CodePoint point = codePointAt(bytes, offset);
-    if (point.value == U_SENTINEL) {
-      return false;
-    }
-    offset = point.end;
-  }
-  return true;
-}
-
-std::string repairedUTF8(std::string_view bytes) {
-  std::string result;
-  result.reserve(bytes.size());
-  std::size_t offset = 0;
-  while (offset < bytes.size()) {
-    const CodePoint point = codePointAt(bytes, offset);
-    if (point.value == U_SENTINEL) {
-      result.append("\xEF\xBF\xBD");
-    } else {
-      result.append(bytes, point.begin, point.end - point.begin);
-    }
-    offset = point.end;
-  }
-  return result;
-}
-
-std::string decodedMacOSRoman(std::string_view bytes) {
-  if (isASCII(bytes)) {
-    return std::string{bytes};
-  }
-  UErrorCode status = U_ZERO_ERROR;
-  // Every byte of the encoding is at most three bytes of UTF-8.
-  std::string result(bytes.size() * 3 + 1, '\0');
-  const std::int32_t length = ucnv_convert("UTF-8", "macintosh", result.data(),
-                                           static_cast<std::int32_t>(result.size()), bytes.data(),
-                                           static_cast<std::int32_t>(bytes.size()), &status);
-  if (U_FAILURE(status)) {
-    return {};
-  }
-  result.resize(static_cast<std::size_t>(length));
-  return result;
 }
 
 }  // namespace quorvex::text

@@ -91,5 +91,17 @@ TEST(Text, MacOSRomanDecodesItsUpperHalf) {
   EXPECT_EQ(text::decodedMacOSRoman(std::string_view{"\0a", 2}), (std::string_view{"\0a", 2}));
 }
 
+TEST(Text, MacOSRomanDecodesEveryByteOfItsUpperHalf) {
+  std::string bytes;
+  for (int byte = 0x80; byte <= 0xFF; ++byte) {
+    bytes.push_back(static_cast<char>(byte));
+  }
+  EXPECT_EQ(text::decodedMacOSRoman(bytes),
+            "ÄÅÇÉÑÖÜáàâäãåçéèêëíìîïñóòôöõúùûü"
+            "†°¢£§•¶ß®©™´¨≠ÆØ∞±≤≥¥µ∂∑∏π∫ªºΩæø"
+            "¿¡¬√ƒ≈∆«»…\u00A0ÀÃÕŒœ–—“”‘’÷◊ÿŸ⁄€‹›ﬁﬂ"
+            "‡·‚„‰ÂÊÁËÈÍÎÏÌÓÔ\uF8FFÒÚÛÙıˆ˜¯˘˙˚¸˝˛ˇ");
+}
+
 }  // namespace
 }  // namespace quorvex

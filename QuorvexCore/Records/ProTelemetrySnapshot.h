@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Date.h"
+#include "RecordFields.h"
 
 namespace quorvex {
 
@@ -40,10 +41,40 @@ struct ProTelemetrySnapshot {
 
   /// Sum in watts of the present power fields; none when the sample is not available, is older than
   /// `maxAge` seconds, or carries no power. A sample from the future counts as fresh.
-  [[nodiscard]] std::optional<double> freshPowerTotal(
-      Date now, double maxAge = defaultFreshnessWindow) const;
+  [[nodiscard]] std::optional<double> freshPowerTotal(Date now,
+                                                      double maxAge = defaultFreshnessWindow) const;
 
   bool operator==(const ProTelemetrySnapshot&) const = default;
+};
+
+template <>
+struct RecordFields<ProProcessEnergy> {
+  static constexpr std::tuple values{
+      RecordField{"cpuTimePercent", &ProProcessEnergy::cpuTimePercent},
+      RecordField{"diskBytesPerSecond", &ProProcessEnergy::diskBytesPerSecond},
+      RecordField{"energyImpact", &ProProcessEnergy::energyImpact},
+      RecordField{"isAggregate", &ProProcessEnergy::isAggregate},
+      RecordField{"name", &ProProcessEnergy::name},
+      RecordField{"pid", &ProProcessEnergy::pid},
+      RecordField{"wakeupsPerSecond", &ProProcessEnergy::wakeupsPerSecond},
+  };
+};
+
+/// The form in which the helper tool answers, a session stores and an export carries the sample.
+template <>
+struct RecordFields<ProTelemetrySnapshot> {
+  static constexpr std::tuple values{
+      RecordField{"anePowerWatts", &ProTelemetrySnapshot::anePowerWatts},
+      RecordField{"cpuPowerWatts", &ProTelemetrySnapshot::cpuPowerWatts},
+      RecordField{"error", &ProTelemetrySnapshot::error},
+      RecordField{"gpuPowerWatts", &ProTelemetrySnapshot::gpuPowerWatts},
+      RecordField{"isAvailable", &ProTelemetrySnapshot::isAvailable},
+      RecordField{"processes", &ProTelemetrySnapshot::processes},
+      RecordField{"rawSampleSummary", &ProTelemetrySnapshot::rawSampleSummary},
+      RecordField{"sampleIntervalMilliseconds", &ProTelemetrySnapshot::sampleIntervalMilliseconds},
+      RecordField{"sampledAt", &ProTelemetrySnapshot::sampledAt},
+      RecordField{"source", &ProTelemetrySnapshot::source},
+  };
 };
 
 }  // namespace quorvex
