@@ -163,13 +163,10 @@ std::optional<Reading> meanReading(const NamedSensors& sensors, Test test, std::
   return Reading{std::string{id}, std::string{label}, sum / static_cast<double>(count)};
 }
 
-/// One sensor that measures the whole CPU. It carries the mean's label, since it takes its place.
-std::optional<Reading> preferredCPUReading(const NamedSensors& sensors) {
-  const auto sensor = std::ranges::find_if(sensors, isPreferredCPUSensor);
-  if (sensor == sensors.end()) {
-    return std::nullopt;
-  }
-  return Reading{sensor->key(), std::string{cpuAverageLabel}, sensor->temperature()};
+/// The first sensor in the list that measures the whole CPU.
+const NamedSensor* preferredCPUSensor(const NamedSensors& sensors) {
+  const auto found = std::ranges::find_if(sensors, isPreferredCPUSensor);
+  return found == sensors.end() ? nullptr : &*found;
 }
 
 std::optional<Reading> batteryReading(const NamedSensors& sensors,
@@ -215,8 +212,9 @@ std::optional<Reading> representative(const NamedSensors& sensors,
   if (auto mean = meanReading(sensors, isSiliconDieSensor, "silicon_avg", siliconAverageLabel)) {
     return mean;
   }
-  if (auto single = preferredCPUReading(sensors)) {
-    return single;
+  if (const NamedSensor* sensor = preferredCPUSensor(sensors)) {
+    // It takes the mean's place and carries its label.
+    return Reading{sensor->key(), std::string{cpuAverageLabel}, sensor->temperature()};
   }
   if (auto reading = batteryReading(sensors, battery)) {
     return reading;
@@ -230,7 +228,7 @@ std::optional<Reading> representative(const NamedSensors& sensors,
 /// Readings of which the first one of each label stays, labels compared without regard to case.
 class UniqueReadings {
  public:
-  void append(const std::optional<Reading>& reading) {
+  void appendUnique(const std::optional<Reading>& reading) {
     if (!reading) {
       return;
     }
@@ -271,7 +269,7 @@ std::vector<Reading> curatedReadings(const NamedSensors& sensors,
                                      const std::optional<BatteryInfo>& battery, bool includePeak,
                                      std::size_t limit) {
   UniqueReadings result;
-  result.append(representative(sensors, battery));
+  result.appendUnique(representative(sensors, battery));
 
   const std::array<std::optional<Reading>, 6> candidates =
       includePeak ? std::array{siliconPeakReading(sensors), batteryReading(sensors, battery),
@@ -281,14 +279,14 @@ std::vector<Reading> curatedReadings(const NamedSensors& sensors,
                                memoryReading(sensors),   ambientReading(sensors),
                                wirelessReading(sensors), siliconPeakReading(sensors)};
   for (const std::optional<Reading>& candidate : candidates) {
-    result.append(candidate);
+    result.appendUnique(candidate);
     if (result.size() >= limit) {
       return result.take();
     }
   }
 
   for (const Reading& reading : leftovers(sensors, result)) {
-    result.append(reading);
+    result.appendUnique(reading);
     if (result.size() >= limit) {
       break;
     }
