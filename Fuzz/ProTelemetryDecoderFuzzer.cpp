@@ -20,8 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // Dates are written in whole seconds, so that it is the second text that must hold.
   const auto written = quorvex::PowerSessionCoders::encoder().encode(*record);
   const auto again = written ? decoder.decode<Record>(*written) : record;
-  if (!written || !again ||
-      *quorvex::PowerSessionCoders::encoder().encode(*again) != *written) {
+  if (!written || !again || *quorvex::PowerSessionCoders::encoder().encode(*again) != *written) {
     quorvex::fatalError("a record does not survive its own text");
   }
   return 0;

@@ -28,16 +28,15 @@ inline rc::Gen<std::string> anyText() {
 }
 
 inline rc::Gen<double> anyNumber() {
-  return rc::gen::suchThat(
-      rc::gen::oneOf(rc::gen::arbitrary<double>(),
-                     rc::gen::map(rc::gen::arbitrary<std::uint64_t>(),
-                                  [](std::uint64_t bits) {
-                                    double number = 0.0;
-                                    std::memcpy(&number, &bits, sizeof number);
-                                    return number;
-                                  }),
-                     rc::gen::element(0.0, 5.0, -0.5, 1e300, -1e-300, 0.1)),
-      [](double number) { return std::isfinite(number); });
+  return rc::gen::suchThat(rc::gen::oneOf(rc::gen::arbitrary<double>(),
+                                          rc::gen::map(rc::gen::arbitrary<std::uint64_t>(),
+                                                       [](std::uint64_t bits) {
+                                                         double number = 0.0;
+                                                         std::memcpy(&number, &bits, sizeof number);
+                                                         return number;
+                                                       }),
+                                          rc::gen::element(0.0, 5.0, -0.5, 1e300, -1e-300, 0.1)),
+                           [](double number) { return std::isfinite(number); });
 }
 
 /// Whole seconds of the years that the text form can tell.
