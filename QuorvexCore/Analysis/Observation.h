@@ -69,10 +69,10 @@ struct ObservedNetwork {
 /// What conclusions need of a stored snapshot that decoded; fields as in `SystemPowerStateDTO`.
 struct ObservedSnapshot {
   std::optional<ObservedBattery> battery;
-  std::optional<double> systemPower;     ///< `power.systemPower`; present exactly when `power` is
-  bool siliconChannelsComplete = false;  ///< `power.siliconChannelsComplete`
-  std::string_view thermalState;         ///< `thermal.state`
-  std::optional<std::int64_t> maxFanRPM;       ///< largest `currentRPM` of `fans`
+  std::optional<double> systemPower;      ///< `power.systemPower`; present exactly when `power` is
+  bool siliconChannelsComplete = false;   ///< `power.siliconChannelsComplete`
+  std::string_view thermalState;          ///< `thermal.state`
+  std::optional<std::int64_t> maxFanRPM;  ///< largest `currentRPM` of `fans`
   std::optional<double> maxSensorTemperature;  ///< largest `temperature` of `sensors`
   std::optional<double> unattributedPower;
   std::optional<double> displayAndOtherPower;
@@ -92,8 +92,8 @@ struct ObservedProcess {
   bool isAggregate = false;  ///< the row says so itself, or its name is a known group of processes
 };
 
-/// One stored sample, decoded once for every conclusion that is drawn from it. Texts and rows belong
-/// to the `ObservationSet` that it came from. Immutable; any thread.
+/// One stored sample, decoded once for every conclusion that is drawn from it. Texts and rows
+/// belong to the `ObservationSet` that it came from. Immutable; any thread.
 struct Observation {
   SampleColumns columns;
   std::optional<ObservedSnapshot> snapshot;  ///< absent when the blob does not decode

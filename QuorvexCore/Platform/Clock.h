@@ -18,8 +18,8 @@ class Clock {
   [[nodiscard]] virtual Date now() = 0;
   /// A clock that never steps back and goes on while the machine sleeps; its zero is arbitrary.
   [[nodiscard]] virtual std::chrono::nanoseconds monotonic() = 0;
-  /// Blocks the calling thread for `seconds` on the monotonic clock; returns at once for 0, negative
-  /// values and NaN.
+  /// Blocks the calling thread for `seconds` on the monotonic clock; returns at once for 0,
+  /// negative values and NaN.
   virtual void sleep(double seconds) = 0;
 };
 

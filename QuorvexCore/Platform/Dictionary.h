@@ -26,19 +26,25 @@ class DictionaryValue {
   };
 
   DictionaryValue() : storage_(Other{}) {}
-  DictionaryValue(std::int64_t integer) : storage_(integer) {}          // NOLINT(google-explicit-constructor)
-  DictionaryValue(int integer) : storage_(std::int64_t{integer}) {}     // NOLINT(google-explicit-constructor)
-  DictionaryValue(double number) : storage_(number) {}                  // NOLINT(google-explicit-constructor)
-  DictionaryValue(bool flag) : storage_(flag) {}                        // NOLINT(google-explicit-constructor)
-  DictionaryValue(std::string text) : storage_(std::move(text)) {}      // NOLINT(google-explicit-constructor)
-  DictionaryValue(const char* text) : storage_(std::string{text}) {}    // NOLINT(google-explicit-constructor)
-  DictionaryValue(Dictionary nested);                                   // NOLINT(google-explicit-constructor)
+  DictionaryValue(std::int64_t integer)
+      : storage_(integer) {}  // NOLINT(google-explicit-constructor)
+  DictionaryValue(int integer)
+      : storage_(std::int64_t{integer}) {}              // NOLINT(google-explicit-constructor)
+  DictionaryValue(double number) : storage_(number) {}  // NOLINT(google-explicit-constructor)
+  DictionaryValue(bool flag) : storage_(flag) {}        // NOLINT(google-explicit-constructor)
+  DictionaryValue(std::string text)
+      : storage_(std::move(text)) {}  // NOLINT(google-explicit-constructor)
+  DictionaryValue(const char* text)
+      : storage_(std::string{text}) {}  // NOLINT(google-explicit-constructor)
+  DictionaryValue(Dictionary nested);   // NOLINT(google-explicit-constructor)
 
   /// The value as a signed 64-bit integer: an integer, or a float that is exactly one. None for
   /// every other type; a Boolean is not a number.
   [[nodiscard]] std::optional<std::int64_t> integer() const;
   /// The value when it was published as an integer.
-  [[nodiscard]] const std::int64_t* ifInteger() const { return std::get_if<std::int64_t>(&storage_); }
+  [[nodiscard]] const std::int64_t* ifInteger() const {
+    return std::get_if<std::int64_t>(&storage_);
+  }
   /// The value when it was published as a float.
   [[nodiscard]] const double* ifFloat() const { return std::get_if<double>(&storage_); }
   [[nodiscard]] std::optional<bool> boolean() const;

@@ -47,7 +47,8 @@ class EnergyEntryPoints {
   [[nodiscard]] virtual std::optional<std::string> channelGroup(const void* channel) = 0;
   [[nodiscard]] virtual std::optional<std::string> channelName(const void* channel) = 0;
   /// The channel's counter; nanojoules for energy channels.
-  [[nodiscard]] virtual std::int64_t simpleIntegerValue(const void* channel, std::int32_t index) = 0;
+  [[nodiscard]] virtual std::int64_t simpleIntegerValue(const void* channel,
+                                                        std::int32_t index) = 0;
 };
 
 /// Finds the private energy library (IOReport) at run time.

@@ -41,7 +41,8 @@ struct BatteryInfo {
   std::string health;                       ///< the service's health word, "Unknown" without one
   std::optional<std::string> serialNumber;  ///< absent when the machine gives none
 
-  /// Whether the battery loses more than 1 W (strictly) although AC is connected and it is not full.
+  /// Whether the battery loses more than 1 W (strictly) although AC is connected and it is not
+  /// full.
   [[nodiscard]] bool isPluggedInAndDraining() const;
 
   /// The same rule as `isPluggedInAndDraining`, named for what it says of the charger.

@@ -13,11 +13,11 @@ enum class ThermalState { nominal = 0, fair = 1, serious = 2, critical = 3 };
 
 template <>
 struct RawTexts<ThermalState> {
-  static constexpr std::array values{std::pair{ThermalState::nominal, std::string_view{"nominal"}},
-                                     std::pair{ThermalState::fair, std::string_view{"fair"}},
-                                     std::pair{ThermalState::serious, std::string_view{"serious"}},
-                                     std::pair{ThermalState::critical,
-                                               std::string_view{"critical"}}};
+  static constexpr std::array values{
+      std::pair{ThermalState::nominal, std::string_view{"nominal"}},
+      std::pair{ThermalState::fair, std::string_view{"fair"}},
+      std::pair{ThermalState::serious, std::string_view{"serious"}},
+      std::pair{ThermalState::critical, std::string_view{"critical"}}};
 };
 
 /// Thermal state, pressure level and low power mode. State and pressure come from independent

@@ -170,10 +170,9 @@ std::optional<Date> parseISO8601(std::string_view text) {
   if (!calendar.ok()) {
     return std::nullopt;
   }
-  const std::chrono::sys_seconds seconds = std::chrono::sys_days{calendar} +
-                                           std::chrono::hours{*hour} +
-                                           std::chrono::minutes{*minute} +
-                                           std::chrono::seconds{*second} - *zone;
+  const std::chrono::sys_seconds seconds =
+      std::chrono::sys_days{calendar} + std::chrono::hours{*hour} + std::chrono::minutes{*minute} +
+      std::chrono::seconds{*second} - *zone;
   // Instants that nanoseconds since 1970 cannot hold, from 1677 to 2262.
   constexpr std::chrono::seconds limit{9'223'372'035};
   if (seconds.time_since_epoch() < -limit || seconds.time_since_epoch() > limit) {

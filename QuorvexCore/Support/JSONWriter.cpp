@@ -149,13 +149,15 @@ void JSONWriter::newline() {
 void JSONWriter::writeSigned(std::int64_t number) {
   beforeValue();
   std::array<char, 24> buffer{};
-  text_.append(buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr);
+  text_.append(buffer.data(),
+               std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr);
 }
 
 void JSONWriter::writeUnsigned(std::uint64_t number) {
   beforeValue();
   std::array<char, 24> buffer{};
-  text_.append(buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr);
+  text_.append(buffer.data(),
+               std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr);
 }
 
 void JSONWriter::writeString(std::string_view text) {

@@ -42,8 +42,7 @@ class JSONWriter {
     writeSigned(static_cast<std::int64_t>(number));
   }
   template <std::unsigned_integral Integer>
-    requires(!std::same_as<Integer, bool>)
-  void value(Integer number) {
+  requires(!std::same_as<Integer, bool>) void value(Integer number) {
     writeUnsigned(static_cast<std::uint64_t>(number));
   }
 

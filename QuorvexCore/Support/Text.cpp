@@ -153,9 +153,9 @@ std::string lowercased(std::string_view text) {
   std::string result(text.size() + text.size() / 2 + 8, '\0');
   while (true) {
     status = U_ZERO_ERROR;
-    const std::int32_t length = ucasemap_utf8ToLower(
-        map.get(), result.data(), static_cast<std::int32_t>(result.size()), text.data(),
-        static_cast<std::int32_t>(text.size()), &status);
+    const std::int32_t length =
+        ucasemap_utf8ToLower(map.get(), result.data(), static_cast<std::int32_t>(result.size()),
+                             text.data(), static_cast<std::int32_t>(text.size()), &status);
     result.resize(static_cast<std::size_t>(length));
     if (status != U_BUFFER_OVERFLOW_ERROR) {
       break;
