@@ -1,10 +1,9 @@
 #include "CanonicalReader.h"
 
-#include <simdjson.h>
-
 #include <bit>
 #include <cstdint>
 
+#include "CanonicalNumber.h"
 #include "Text.h"
 
 namespace quorvex {
@@ -42,19 +41,8 @@ const char* plainTextEnd(const char* at) {
   }
 }
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 bool isLowerHexDigit(char c) {
-  return isDigit(c) || (c >= 'a' && c <= 'f');
-}
-
-const char* digitsEnd(const char* at) {
-  while (isDigit(*at)) {
-    ++at;
-  }
-  return at;
+  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f');
 }
 
 /// The length of the escape at a backslash if it is one that is written; otherwise 0.
@@ -102,59 +90,9 @@ bool CanonicalReader::passFlag() {
 }
 
 bool CanonicalReader::passNumber() {
-  // Two different decimals of so many digits are never the same float: none is shorter than the one
-  // that stands there.
-  constexpr std::ptrdiff_t mostCertainDigits = 15;
-  // What "e+05" adds. The form with an exponent is written where it is shorter.
-  constexpr std::ptrdiff_t exponentLength = 4;
-
-  const char* const whole = at_ + (*at_ == '-' ? 1 : 0);
-  const char* const wholeEnd = digitsEnd(whole);
-  const bool isFraction = *wholeEnd == '.';
-  const char* const end = isFraction ? digitsEnd(wholeEnd + 1) : wholeEnd;
-  const bool isBelowOne = *whole == '0';
-  if (wholeEnd == whole || (isBelowOne && (wholeEnd != whole + 1 || !isFraction)) || *end == 'e' ||
-      (isFraction && (end == wholeEnd + 1 || end[-1] == '0'))) {
-    return passAnyNumber();
-  }
-  const char* first = isBelowOne ? wholeEnd + 1 : whole;
-  while (*first == '0') {
-    ++first;
-  }
-  const char* last = end;
-  while (last[-1] == '0') {
-    --last;
-  }
-  const std::ptrdiff_t places = end - first - (isFraction && !isBelowOne ? 1 : 0);
-  const std::ptrdiff_t digits = places - (end - last);
-  const std::ptrdiff_t lengthWithExponent = digits + (digits > 1 ? 1 : 0) + exponentLength;
-  if (digits < 1 || places > mostCertainDigits || end - whole > lengthWithExponent) {
-    return passAnyNumber();
-  }
-  at_ = end;
-  return true;
-}
-
-bool CanonicalReader::passAnyNumber() {
-  constexpr std::string_view characters = "+-.0123456789e";
-  const char* end = at_;
-  while (*end != '\0' && characters.find(*end) != std::string_view::npos) {
-    ++end;
-  }
-  // The decoder's own way with numbers.
-  double number = 0.0;
-  if (simdjson::builtin::numberparsing::parse_double(reinterpret_cast<const std::uint8_t*>(at_))
-          .get(number) != simdjson::SUCCESS) {
-    return false;
-  }
-  std::array<char, 32> buffer{};
-  const char* const written =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
-  const std::string_view canonical{buffer.data(),
-                                   static_cast<std::size_t>(written - buffer.data())};
-  const std::string_view token{at_, static_cast<std::size_t>(end - at_)};
-  at_ = end;
-  return token == canonical;
+  const std::size_t length = canonicalNumberLength(at_);
+  at_ += length;
+  return length > 0;
 }
 
 bool CanonicalReader::passText() {
@@ -179,13 +117,14 @@ bool CanonicalReader::passText() {
 }
 
 bool CanonicalReader::passDate() {
+  // Of the texts that are read as dates, those of this length in UTC have no fraction.
+  constexpr std::string_view form = "YYYY-MM-DDThh:mm:ssZ";
   const char* const start = at_ + 1;
   if (!passText()) {
     return false;
   }
-  const std::string_view token{start, static_cast<std::size_t>(at_ - 1 - start)};
-  const auto date = parseISO8601(token);
-  return date && iso8601(*date) == token;
+  const std::string_view date{start, static_cast<std::size_t>(at_ - 1 - start)};
+  return date.size() == form.size() && date.back() == form.back() && parseISO8601(date).has_value();
 }
 
 }  // namespace quorvex

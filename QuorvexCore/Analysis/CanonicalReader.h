@@ -80,7 +80,6 @@ class CanonicalReader {
   [[nodiscard]] bool passInteger();
   [[nodiscard]] bool passFlag();
   [[nodiscard]] bool passNumber();
-  [[nodiscard]] bool passAnyNumber();
   [[nodiscard]] bool passText();
   [[nodiscard]] bool passDate();
 

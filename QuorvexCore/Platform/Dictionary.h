@@ -25,18 +25,17 @@ class DictionaryValue {
     bool operator==(const Other&) const = default;
   };
 
+  // A raw value is written where a dictionary is: {"Voltage", 12000}.
+  // NOLINTBEGIN(google-explicit-constructor)
   DictionaryValue() : storage_(Other{}) {}
-  DictionaryValue(std::int64_t integer)
-      : storage_(integer) {}  // NOLINT(google-explicit-constructor)
-  DictionaryValue(int integer)
-      : storage_(std::int64_t{integer}) {}              // NOLINT(google-explicit-constructor)
-  DictionaryValue(double number) : storage_(number) {}  // NOLINT(google-explicit-constructor)
-  DictionaryValue(bool flag) : storage_(flag) {}        // NOLINT(google-explicit-constructor)
-  DictionaryValue(std::string text)
-      : storage_(std::move(text)) {}  // NOLINT(google-explicit-constructor)
-  DictionaryValue(const char* text)
-      : storage_(std::string{text}) {}  // NOLINT(google-explicit-constructor)
-  DictionaryValue(Dictionary nested);   // NOLINT(google-explicit-constructor)
+  DictionaryValue(std::int64_t integer) : storage_(integer) {}
+  DictionaryValue(int integer) : storage_(std::int64_t{integer}) {}
+  DictionaryValue(double number) : storage_(number) {}
+  DictionaryValue(bool flag) : storage_(flag) {}
+  DictionaryValue(std::string text) : storage_(std::move(text)) {}
+  DictionaryValue(const char* text) : storage_(std::string{text}) {}
+  DictionaryValue(Dictionary nested);
+  // NOLINTEND(google-explicit-constructor)
 
   /// The value as a signed 64-bit integer: an integer, or a float that is exactly one. None for
   /// every other type; a Boolean is not a number.

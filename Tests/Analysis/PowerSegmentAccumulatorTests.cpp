@@ -203,7 +203,8 @@ TEST(PowerSegmentAccumulator, SegmentsPartitionTheSamples) {
       }
       RC_ASSERT(segment.wattSampleCount == wattSamples);
       RC_ASSERT(segment.endedAt == points[next - 1].timestamp);
-      RC_ASSERT(next == points.size() || points[next].sourceKind != segment.sourceKind);
+      // In brackets of its own: the macro evaluates both sides of its operators.
+      RC_ASSERT((next == points.size() || points[next].sourceKind != segment.sourceKind));
     }
     RC_ASSERT(next == points.size());
   }));
