@@ -71,23 +71,17 @@ class ObservationDecoder::State {
 
  private:
   /// Texts that are mostly the same from one sample to the next.
-  enum RecurringText : std::size_t {
-    thermalState,
-    powerSourceKind,
-    powerSourceLabel,
-    attributionSource,
-    recurringTextCount
-  };
+  enum class Recurring : std::size_t { thermalState, kind, label, attribution };
+  static constexpr std::size_t recurringCount = 4;
 
-  [[nodiscard]] std::string_view keepRecurring(std::string_view text, RecurringText place) {
-    std::string_view& latest = latest_[place];
+  [[nodiscard]] std::string_view keepRecurring(std::string_view text, Recurring place) {
+    std::string_view& latest = latest_[static_cast<std::size_t>(place)];
     if (latest != text) {
       latest = memory_->keep(text);
     }
     return latest;
   }
-  [[nodiscard]] bool readRecurring(CompactReader& reader, std::string_view& kept,
-                                   RecurringText place) {
+  [[nodiscard]] bool readRecurring(CompactReader& reader, std::string_view& kept, Recurring place) {
     std::string_view text;
     if (!reader.read(text)) {
       return false;
@@ -114,7 +108,7 @@ class ObservationDecoder::State {
   void addProcess(std::string_view name, std::optional<double> score, bool isAggregate);
 
   std::unique_ptr<ObservationMemory> memory_ = std::make_unique<ObservationMemory>();
-  std::array<std::string_view, recurringTextCount> latest_;
+  std::array<std::string_view, recurringCount> latest_;
   std::vector<ObservedProcess> processes_;
   std::vector<ObservedNetworkProcess> networkProcesses_;
   std::string name_;
@@ -200,7 +194,7 @@ bool ObservationDecoder::State::readSnapshot(CompactReader& reader, ObservedSnap
       }),
       readBy<&DTO::thermal>([&](CompactReader& at) {
         return at.readRecord<ThermalInfoDTO>(readBy<&ThermalInfoDTO::state>([&](CompactReader& in) {
-          return readRecurring(in, snapshot.thermalState, thermalState);
+          return readRecurring(in, snapshot.thermalState, Recurring::thermalState);
         }));
       }),
       readBy<&DTO::fans>([&](CompactReader& at) {
@@ -225,10 +219,10 @@ bool ObservationDecoder::State::readSnapshot(CompactReader& reader, ObservedSnap
       keep<&DTO::batteryChargeInputWatts>(snapshot.batteryChargeInputWatts),
       keep<&DTO::siliconWatts>(snapshot.siliconWatts),
       readBy<&DTO::powerSourceKind>([&](CompactReader& at) {
-        return readRecurring(at, snapshot.powerSourceKind.emplace(), powerSourceKind);
+        return readRecurring(at, snapshot.powerSourceKind.emplace(), Recurring::kind);
       }),
       readBy<&DTO::powerSourceLabel>([&](CompactReader& at) {
-        return readRecurring(at, snapshot.powerSourceLabel.emplace(), powerSourceLabel);
+        return readRecurring(at, snapshot.powerSourceLabel.emplace(), Recurring::label);
       }),
       keep<&DTO::totalWatts>(snapshot.totalWatts), readBy<&DTO::network>([&](CompactReader& at) {
         return readNetwork(at, snapshot.network.emplace());
@@ -253,7 +247,7 @@ bool ObservationDecoder::State::readNetwork(CompactReader& reader, ObservedNetwo
       keep<&DTO::totalBytesInPerSec>(network.totalBytesInPerSec),
       keep<&DTO::totalBytesOutPerSec>(network.totalBytesOutPerSec),
       readBy<&DTO::attributionSource>([&](CompactReader& at) {
-        return readRecurring(at, network.attributionSource, attributionSource);
+        return readRecurring(at, network.attributionSource, Recurring::attribution);
       }),
       readBy<&DTO::processes>(
           [&](CompactReader& at) { return at.readArray([&] { return readNetworkProcess(at); }); }));
@@ -334,7 +328,7 @@ ObservedSnapshot ObservationDecoder::State::observed(const SystemPowerStateDTO& 
     snapshot.systemPower = dto.power->systemPower;
     snapshot.siliconChannelsComplete = dto.power->siliconChannelsComplete;
   }
-  snapshot.thermalState = keepRecurring(dto.thermal.state, thermalState);
+  snapshot.thermalState = keepRecurring(dto.thermal.state, Recurring::thermalState);
   for (const FanInfoDTO& fan : dto.fans) {
     raise(snapshot.maxFanRPM, fan.currentRPM);
   }
@@ -347,10 +341,10 @@ ObservedSnapshot ObservationDecoder::State::observed(const SystemPowerStateDTO& 
   snapshot.batteryChargeInputWatts = dto.batteryChargeInputWatts;
   snapshot.siliconWatts = dto.siliconWatts;
   if (dto.powerSourceKind) {
-    snapshot.powerSourceKind = keepRecurring(*dto.powerSourceKind, powerSourceKind);
+    snapshot.powerSourceKind = keepRecurring(*dto.powerSourceKind, Recurring::kind);
   }
   if (dto.powerSourceLabel) {
-    snapshot.powerSourceLabel = keepRecurring(*dto.powerSourceLabel, powerSourceLabel);
+    snapshot.powerSourceLabel = keepRecurring(*dto.powerSourceLabel, Recurring::label);
   }
   snapshot.totalWatts = dto.totalWatts;
   if (dto.network) {
@@ -372,7 +366,7 @@ ObservedNetwork ObservationDecoder::State::observed(const NetworkSnapshotDTO& dt
   }
   return {.totalBytesInPerSec = dto.totalBytesInPerSec,
           .totalBytesOutPerSec = dto.totalBytesOutPerSec,
-          .attributionSource = keepRecurring(dto.attributionSource, attributionSource),
+          .attributionSource = keepRecurring(dto.attributionSource, Recurring::attribution),
           .processes = memory_->keep(networkProcesses_)};
 }
 

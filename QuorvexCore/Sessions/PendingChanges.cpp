@@ -182,6 +182,7 @@ void PowerSessionStore::forgetSession(const UUID& id) {
   std::erase_if(pending_.samples, [&](const PendingSample& item) { return item.session == id; });
   std::erase_if(pending_.inserted, [&](const SessionPointer& item) { return item->id() == id; });
   pending_.updated.erase(id);
+  forgetConclusions(id);
 }
 
 }  // namespace quorvex

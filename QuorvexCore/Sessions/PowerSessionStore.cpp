@@ -207,6 +207,7 @@ StoreResult<void> PowerSessionStore::close(PowerSession& session, PowerSessionSt
   if (!isPendingInsert(session.id())) {
     pending_.updated[session.id()] = session.shared_from_this();
   }
+  forgetConclusions(session.id());
   const auto missing = save();
   if (!missing) {
     return missing.error();
@@ -258,6 +259,7 @@ StoreResult<PowerSessionStore::SamplePointer> PowerSessionStore::appendSample(
   loaded->listed.push_back(&object);
   const std::shared_ptr<PowerSessionSample> sample{loaded, &object};
   addPending(session.id(), sample);
+  forgetConclusions(session.id());
   if (auto saved = save(); !saved) {
     return saved.error();
   }

@@ -9,11 +9,15 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <unordered_map>
 #include <vector>
 
 #include "Clock.h"
+#include "ObservationSet.h"
 #include "PowerSession.h"
+#include "PowerSessionReport.h"
 #include "PowerSessionSample.h"
+#include "PowerSessionSummary.h"
 #include "ProTelemetrySnapshot.h"
 #include "ProcessActivityInfo.h"
 #include "SessionTables.h"
@@ -99,6 +103,15 @@ class PowerSessionStore {
   /// they were added. What cannot be read is left out.
   [[nodiscard]] PowerSessionSamples samples(const PowerSession& session);
 
+  /// What the session comes to; `PowerSessionSummary::empty` without samples. Kept until this store
+  /// changes the session: what other processes have added since is not in it.
+  [[nodiscard]] PowerSessionSummary summary(const PowerSession& session);
+  /// All that is shown of the session, kept likewise. A session without samples is a fatal error.
+  [[nodiscard]] PowerSessionReport report(const PowerSession& session);
+  /// The session as JSON Lines: its envelope, with a summary made anew, then each sample whose
+  /// snapshot decodes, in time order; a line feed behind every line.
+  [[nodiscard]] StoreResult<std::string> exportJSONL(const PowerSession& session, Date exportedAt);
+
  private:
   /// The sample objects of one session that are alive: whoever holds one sample holds all.
   struct LoadedSamples {
@@ -143,6 +156,9 @@ class PowerSessionStore {
   void addPending(const UUID& session, std::shared_ptr<PowerSessionSample> sample);
   void unlist(const PendingSample& sample);
   void forgetSession(const UUID& id);
+  /// The session's samples, decoded while they are read.
+  [[nodiscard]] ObservationSet observations(const PowerSession& session);
+  void forgetConclusions(const UUID& id);
 
   std::string appVersion_;
   Clock& clock_;
@@ -151,6 +167,8 @@ class PowerSessionStore {
   std::map<UUID, std::weak_ptr<PowerSession>> sessionObjects_;
   std::map<UUID, std::weak_ptr<LoadedSamples>> sampleObjects_;
   PendingChanges pending_;
+  std::unordered_map<UUID, PowerSessionSummary> summaryCache_;
+  std::unordered_map<UUID, PowerSessionReport> reportCache_;
 };
 
 }  // namespace quorvex
