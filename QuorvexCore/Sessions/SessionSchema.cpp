@@ -195,20 +195,24 @@ StoreResult<void> verify(SQLiteDatabase& database, const path& file) {
   }
   // Until the file is known to be a store nothing is written to it, not even what its log holds.
   database.keepLogOnClose(true);
-  const auto application = database.integerOf("PRAGMA application_id");
-  if (!application) {
-    return application.error();
+  // One read transaction for all of it: another process may be making the store at this moment.
+  if (auto begun = database.execute("BEGIN"); !begun) {
+    return begun;
   }
+  const auto application = database.integerOf("PRAGMA application_id");
   const auto pages = database.integerOf("PRAGMA page_count");
-  if (!pages) {
-    return pages.error();
+  const auto schema = database.integerOf("PRAGMA user_version");
+  const auto ended = database.execute("ROLLBACK");
+  for (const auto* answer : {&application, &pages, &schema}) {
+    if (!*answer) {
+      return answer->error();
+    }
+  }
+  if (!ended) {
+    return ended;
   }
   if (*application != applicationID && *pages != 0) {
     return notAStore(file);
-  }
-  const auto schema = database.integerOf("PRAGMA user_version");
-  if (!schema) {
-    return schema.error();
   }
   if (*schema > version) {
     return newerSchema(file);

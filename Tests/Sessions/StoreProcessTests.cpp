@@ -80,7 +80,11 @@ class StoreProcessTests : public testing::StoreTest {
                                           .storeURL = folder.store(),
                                           .busyTimeout = std::chrono::minutes{5}},
                                          clock);
-    return store ? *std::move(store) : nullptr;
+    if (!store) {
+      ADD_FAILURE() << store.error().description;
+      return nullptr;
+    }
+    return *std::move(store);
   }
   /// Appends samples and tells each one that is committed, `count` of them.
   void appendAndAnnounce(int output, int count, double firstSecond) {
