@@ -72,8 +72,8 @@ double wattHours(const PowerSessionReport& report, Counts counts) {
 }
 
 std::string uniformHeadline(const PowerSessionReport& report) {
-  const std::string base = fmt::format("{}: {}", formatDuration(report.summary.durationSeconds),
-                                       text::lowercased(report.phases.front().sourceLabel));
+  std::string base = fmt::format("{}: {}", formatDuration(report.summary.durationSeconds),
+                                 text::lowercased(report.phases.front().sourceLabel));
   if (!report.summary.averageWatts) {
     return base;
   }
