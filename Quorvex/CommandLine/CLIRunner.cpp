@@ -6,6 +6,7 @@
 #include "BatteryCommand.h"
 #include "ImmediateAnswers.h"
 #include "MonitorCommand.h"
+#include "SessionCommand.h"
 #include "StatusCommand.h"
 
 namespace quorvex {
@@ -28,7 +29,7 @@ void CLIRunner::run() {
   } else if (command == "monitor") {
     MonitorCommand{*machine_, *output_, options}.run();
   } else if (command == "session") {
-    output_->printError("This build cannot record sessions yet.");
+    SessionCommand{*machine_, *output_, {arguments.begin(), arguments.end()}, options}.run();
   } else {
     output_->printError("Unknown command: " + command);
     output_->print(usageText());

@@ -82,6 +82,7 @@ PowerSessionExportEnvelope envelope(const std::vector<Stored>& samples = {},
   columns.sourceRaw = "cli";
   columns.sampleInterval = 2.0;
   std::vector<StoredSample> storedSamples;
+  storedSamples.reserve(samples.size());
   for (const Stored& sample : samples) {
     storedSamples.push_back(sample.sample());
   }

@@ -16,7 +16,6 @@ using PowerSessionReportBuilder::downsample;
 using PowerSessionReportBuilder::phaseDigests;
 using PowerSessionReportBuilder::report;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 using Points = std::vector<PowerSessionTimelinePoint>;
 
@@ -434,6 +433,7 @@ TEST(Timeline, ASnapshotThatDoesNotDecodeLeavesAPointOfColumns) {
 
 TEST(Timeline, IsThinnedByTheFiguresOfTheSnapshotsToo) {
   std::vector<Observation> samples;
+  samples.reserve(1000);
   for (int second = 0; second < 1000; ++second) {
     samples.push_back(observations::discharging(second, 80, 10.0));
   }
@@ -450,6 +450,7 @@ TEST(Timeline, IsTheDownsamplingOfAllPoints) {
   EXPECT_TRUE(rc::check([] {
     std::vector<Observation> samples;
     const auto count = *rc::gen::inRange(1, 60);
+    samples.reserve(static_cast<std::size_t>(count));
     for (int second = 0; second < count; ++second) {
       samples.push_back(observations::discharging(second, 80, *rc::gen::inRange(0, 40)));
     }

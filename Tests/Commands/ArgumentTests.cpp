@@ -151,13 +151,6 @@ TEST(AppRole, ChecksTheMachineFileFirst) {
   EXPECT_EQ(result.exitStatus, 1);
 }
 
-TEST(SessionCommand, IsNotPartOfThisBuild) {
-  const ProcessResult result = programOn("nothing").run({"session", "list"});
-  EXPECT_EQ(result.output, "");
-  EXPECT_EQ(result.error, "Error: This build cannot record sessions yet.\n");
-  EXPECT_EQ(result.exitStatus, 0);
-}
-
 /// A copy of the executable alone, without the modules that lie beside it.
 class LonelyExecutable : public ::testing::Test {
  protected:

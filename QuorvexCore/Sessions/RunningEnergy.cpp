@@ -1,0 +1,92 @@
+#include "RunningEnergy.h"
+
+#include <algorithm>
+
+namespace quorvex {
+
+namespace {
+
+bool isEnergyWithheld(const PowerSessionPowerSegment& segment) {
+  return segment.wattSampleCount >= 2 && !segment.totalWattHours;
+}
+
+}  // namespace
+
+RunningEnergy::RunningEnergy(Date startedAt, double sampleInterval)
+    : startedAt_(startedAt), maxGap_(maxSampleGap(sampleInterval)) {}
+
+void RunningEnergy::ingest(const PowerSamplePoint& point) {
+  const auto place = std::ranges::upper_bound(points_, point.timestamp, {}, &Point::timestamp);
+  const bool isInOrder = place == points_.end();
+  points_.insert(place, {.timestamp = point.timestamp,
+                         .watts = point.watts,
+                         .sourceKind = point.sourceKind,
+                         .acConnected = point.acConnected});
+  if (isInOrder) {
+    advance(points_.back());
+    return;
+  }
+  watts_ = {};
+  lastWatts_.reset();
+  segment_.reset();
+  tellingSegments_.clear();
+  for (const Point& each : points_) {
+    advance(each);
+  }
+}
+
+void RunningEnergy::advance(const Point& point) {
+  const PowerSamplePoint sample{.timestamp = point.timestamp,
+                                .watts = point.watts,
+                                .sourceKind = point.sourceKind,
+                                .sourceLabel = {},
+                                .acConnected = point.acConnected};
+  if (segment_ && !segment_->continues(sample)) {
+    finishSegment();
+  }
+  if (!segment_) {
+    segment_.emplace(0, sample, maxGap_);
+  }
+  segment_->ingest(sample);
+
+  watts_.durationSeconds = std::max(0.0, secondsBetween(startedAt_, point.timestamp));
+  if (!point.watts) {
+    return;
+  }
+  ++watts_.sampleCount;
+  watts_.sum += *point.watts;
+  if (lastWatts_) {
+    const double seconds = secondsBetween(lastWatts_->timestamp, point.timestamp);
+    if (seconds > maxGap_) {
+      watts_.hasGap = true;
+    } else if (seconds > 0.0) {
+      watts_.totalWattHours = watts_.totalWattHours.value_or(0.0) +
+                              trapezoidWattHours(lastWatts_->watts, *point.watts, seconds);
+    }
+  }
+  lastWatts_ = WattPoint{point.timestamp, *point.watts};
+}
+
+void RunningEnergy::finishSegment() {
+  PowerSessionPowerSegment finished = segment_->materialize();
+  segment_.reset();
+  const auto isOfAnotherKind = [&](const PowerSessionPowerSegment& segment) {
+    return segment.sourceKind != tellingSegments_.front().sourceKind;
+  };
+  const auto isNew = [&](const auto& isTelling) {
+    return isTelling(finished) && std::ranges::none_of(tellingSegments_, isTelling);
+  };
+  if (tellingSegments_.empty() || isNew(isOfAnotherKind) || isNew(isEnergyWithheld)) {
+    tellingSegments_.push_back(std::move(finished));
+  }
+}
+
+SessionEnergy RunningEnergy::energy() const {
+  auto segments = tellingSegments_;
+  if (segment_) {
+    segments.push_back(segment_->materialize());
+  }
+  return sessionEnergy(watts_, segments);
+}
+
+}  // namespace quorvex
