@@ -5,10 +5,9 @@
 #include <utility>
 
 #include "BatteryService.h"
-#include "HIDSensorService.h"
+#include "CLITemperatures.h"
 #include "PowerService.h"
 #include "PowerSessionMetrics.h"
-#include "PrivilegedSMCHelperService.h"
 #include "ProcessActivityService.h"
 #include "SMCService.h"
 #include "SessionJSON.h"
@@ -58,16 +57,7 @@ SystemPowerState SessionRecording::readState(Date timestamp, NetworkSnapshot net
   PowerService powerService{machine_->energyLibrary(), machine_->clock()};
   state.power = powerService.read();
   SMCService smcService{machine_->smc()};
-  state.sensors = smcService.readTemperatures();
-  if (state.sensors.empty()) {
-    state.sensors =
-        PrivilegedSMCHelperService{machine_->fileAttributes(), machine_->childProcesses()}
-            .readTemperatures();
-  }
-  if (state.sensors.empty()) {
-    HIDSensorService hidSensorService{machine_->hidTemperatures()};
-    state.sensors = hidSensorService.readTemperatures();
-  }
+  state.sensors = readTemperaturesWithFallbacks(smcService, *machine_);
   state.fans = smcService.readFans();
   state.network = std::move(network);
   state.timestamp = timestamp;

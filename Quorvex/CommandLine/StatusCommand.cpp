@@ -2,10 +2,9 @@
 
 #include "BatteryService.h"
 #include "CLINetworkSampler.h"
-#include "HIDSensorService.h"
+#include "CLITemperatures.h"
 #include "JSONFormatter.h"
 #include "PowerService.h"
-#include "PrivilegedSMCHelperService.h"
 #include "SMCService.h"
 #include "TableFormatter.h"
 #include "ThermalService.h"
@@ -28,16 +27,7 @@ SystemPowerState StatusCommand::readState() const {
   state.power = powerService.read();
   SMCService smcService{machine_->smc()};
   state.fans = smcService.readFans();
-  state.sensors = smcService.readTemperatures();
-  if (state.sensors.empty()) {
-    state.sensors =
-        PrivilegedSMCHelperService{machine_->fileAttributes(), machine_->childProcesses()}
-            .readTemperatures();
-  }
-  if (state.sensors.empty()) {
-    HIDSensorService hidSensorService{machine_->hidTemperatures()};
-    state.sensors = hidSensorService.readTemperatures();
-  }
+  state.sensors = readTemperaturesWithFallbacks(smcService, *machine_);
   state.timestamp = machine_->clock().now();
   state.network = CLINetworkSampler{*machine_, false}.read(state.timestamp);
   return state;

@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "AtomicFile.h"
+#include "TemporaryFolder.h"
 
 namespace quorvex {
 namespace {
@@ -16,12 +17,6 @@ namespace fs = std::filesystem;
 
 class AtomicFile : public ::testing::Test {
  protected:
-  AtomicFile() {
-    std::string pattern = (fs::temp_directory_path() / "quorvex-file-XXXXXX").string();
-    folder = mkdtemp(pattern.data());
-  }
-  void TearDown() override { fs::remove_all(folder); }
-
   static std::string contentOf(const fs::path& file) {
     std::ifstream stream{file, std::ios::binary};
     return {std::istreambuf_iterator<char>{stream}, {}};
@@ -30,7 +25,8 @@ class AtomicFile : public ::testing::Test {
     return std::distance(fs::directory_iterator{folder}, fs::directory_iterator{});
   }
 
-  fs::path folder;
+  testing::TemporaryFolder temporary;
+  const fs::path& folder = temporary.path();
 };
 
 TEST_F(AtomicFile, ANewFileHasTheContentAndNothingLiesBesideIt) {

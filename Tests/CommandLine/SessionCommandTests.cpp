@@ -11,6 +11,7 @@
 #include "FakeOutput.h"
 #include "SessionCommand.h"
 #include "SessionRecording.h"
+#include "TemporaryFolder.h"
 
 namespace quorvex {
 namespace {
@@ -32,19 +33,14 @@ namespace fs = std::filesystem;
 class SessionCommandTest : public ::testing::Test {
  protected:
   SessionCommandTest() {
-    std::string pattern = (fs::temp_directory_path() / "quorvex-session-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-    setenv("XDG_DATA_HOME", folder_.c_str(), 1);
+    setenv("XDG_DATA_HOME", folder_.path().c_str(), 1);
     machine.energy.setFails(testing::FakeEnergyLibrary::Step::open);
     machine.battery.registryAnswer = Dictionary{{"CurrentCapacity", 80},
                                                 {"Voltage", 12000},
                                                 {"Amperage", -1000},
                                                 {"ExternalConnected", false}};
   }
-  void TearDown() override {
-    unsetenv("XDG_DATA_HOME");
-    fs::remove_all(folder_);
-  }
+  void TearDown() override { unsetenv("XDG_DATA_HOME"); }
 
   void run(std::vector<std::string> words, CommandLineOptions options = {}) {
     words.insert(words.begin(), "session");
@@ -73,13 +69,13 @@ class SessionCommandTest : public ::testing::Test {
     EXPECT_THAT(all, SizeIs(1));
     return all.empty() ? nullptr : all.front();
   }
-  [[nodiscard]] fs::path inFolder(const char* name) const { return folder_ / name; }
+  [[nodiscard]] fs::path inFolder(const char* name) const { return folder_.path() / name; }
 
   testing::FakeMachine machine;
   testing::FakeOutput output;
 
  private:
-  fs::path folder_;
+  testing::TemporaryFolder folder_;
 };
 
 TEST_F(SessionCommandTest, RecordAnnouncesReportsAndCompletes) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "CommandTesting.h"
+#include "TemporaryFolder.h"
 
 namespace quorvex::testing {
 namespace {
@@ -154,20 +155,14 @@ TEST(AppRole, ChecksTheMachineFileFirst) {
 /// A copy of the executable alone, without the modules that lie beside it.
 class LonelyExecutable : public ::testing::Test {
  protected:
-  LonelyExecutable() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "quorvex-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-    std::filesystem::copy_file(QUORVEX_EXECUTABLE, folder_ / "quorvex");
-  }
-
-  void TearDown() override { std::filesystem::remove_all(folder_); }
+  LonelyExecutable() { std::filesystem::copy_file(QUORVEX_EXECUTABLE, folder_.path() / "quorvex"); }
 
   [[nodiscard]] ProcessRunner runner() const {
-    return ProcessRunner{(folder_ / "quorvex").string()};
+    return ProcessRunner{(folder_.path() / "quorvex").string()};
   }
 
  private:
-  std::filesystem::path folder_;
+  TemporaryFolder folder_;
 };
 
 TEST_F(LonelyExecutable, AnswersVersionAndHelpByItself) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "CommandTesting.h"
+#include "TemporaryFolder.h"
 
 // `quorvex session` from outside, each test with a store of its own.
 
@@ -20,16 +21,10 @@ namespace fs = std::filesystem;
 
 class SessionProgram : public ::testing::Test {
  protected:
-  SessionProgram() {
-    std::string pattern = (fs::temp_directory_path() / "quorvex-sessions-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-
   /// The program with this test's store, on a machine of these tests.
   [[nodiscard]] ProcessRunner on(const std::string& machine) const {
     return programOn(machine)
-        .environment("XDG_DATA_HOME", folder_.string())
+        .environment("XDG_DATA_HOME", folder_.path().string())
         .environment("TZ", "UTC")
         .environment("LC_ALL", "en_US.UTF-8");
   }
@@ -57,7 +52,9 @@ class SessionProgram : public ::testing::Test {
     return newestID();
   }
   [[nodiscard]] std::string newestID() const { return output({"list"}).substr(0, 36); }
-  [[nodiscard]] std::string path(const char* name) const { return (folder_ / name).string(); }
+  [[nodiscard]] std::string path(const char* name) const {
+    return (folder_.path() / name).string();
+  }
   static std::string content(const std::string& file) {
     std::ifstream stream{file, std::ios::binary};
     return {std::istreambuf_iterator<char>{stream}, {}};
@@ -78,7 +75,7 @@ class SessionProgram : public ::testing::Test {
   }
 
  private:
-  fs::path folder_;
+  TemporaryFolder folder_;
 };
 
 TEST_F(SessionProgram, ARecordingOnAMachineFileEndsByItsInterrupt) {
