@@ -1,34 +1,23 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <set>
 #include <string>
-#include <system_error>
+
+#include "TemporaryFolder.h"
 
 namespace quorvex::testing {
 
 /// A folder of its own for one test, removed with all that is in it.
 class StoreFolder {
  public:
-  StoreFolder() {
-    std::string pattern =
-        (std::filesystem::temp_directory_path() / "quorvex-store-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-    std::filesystem::permissions(path_, std::filesystem::perms{0755});
-  }
-  StoreFolder(const StoreFolder&) = delete;
-  StoreFolder& operator=(const StoreFolder&) = delete;
-  ~StoreFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
+  StoreFolder() { std::filesystem::permissions(path(), std::filesystem::perms{0755}); }
 
-  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+  [[nodiscard]] const std::filesystem::path& path() const { return folder_.path(); }
   /// Where the test's store lies.
-  [[nodiscard]] std::filesystem::path store() const { return path_ / "QuorvexSessions.store"; }
+  [[nodiscard]] std::filesystem::path store() const { return path() / "QuorvexSessions.store"; }
 
   void write(const std::filesystem::path& file, const std::string& content) const {
     std::ofstream{file, std::ios::binary} << content;
@@ -40,7 +29,7 @@ class StoreFolder {
   /// Names of everything in the folder, sorted.
   [[nodiscard]] std::string listing() const {
     std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator{path_}) {
+    for (const auto& entry : std::filesystem::directory_iterator{path()}) {
       names.insert(entry.path().filename().string());
     }
     std::string result;
@@ -51,7 +40,7 @@ class StoreFolder {
   }
 
  private:
-  std::filesystem::path path_;
+  TemporaryFolder folder_;
 };
 
 }  // namespace quorvex::testing
