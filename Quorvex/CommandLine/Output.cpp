@@ -58,6 +58,7 @@ bool StandardOutput::print(std::string_view text) {
   if (!isOpen_) {
     return false;
   }
+  showProgress("");
   const int error = writeWhole(STDOUT_FILENO, text);
   isOpen_ = error == 0;
   if (error != 0 && error != EPIPE) {
@@ -67,10 +68,21 @@ bool StandardOutput::print(std::string_view text) {
 }
 
 void StandardOutput::printError(std::string_view message) {
+  showProgress("");
   std::string line{"Error: "};
   line.append(message).push_back('\n');
   // There is nowhere left to tell a failure of this stream.
   static_cast<void>(writeWhole(STDERR_FILENO, line));
+}
+
+void StandardOutput::showProgress(std::string_view line) {
+  if ((line.empty() && !showsProgress_) || isatty(STDERR_FILENO) == 0) {
+    return;
+  }
+  std::string text{"\r\x1b[2K"};
+  text.append(line);
+  static_cast<void>(writeWhole(STDERR_FILENO, text));
+  showsProgress_ = !line.empty();
 }
 
 void prepareStandardStreams() {

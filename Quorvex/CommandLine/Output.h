@@ -18,6 +18,10 @@ class Output {
 
   /// Writes "Error: {message}" and a newline on standard error.
   virtual void printError(std::string_view message) = 0;
+
+  /// Shows a line in place of the last one shown so, on standard error when that is a terminal; an
+  /// empty one takes it away, as does the next text on either stream.
+  virtual void showProgress(std::string_view line) = 0;
 };
 
 /// The process's own streams, written past all buffering of the language's libraries. An interrupt
@@ -27,9 +31,11 @@ class StandardOutput final : public Output {
  public:
   bool print(std::string_view text) override;
   void printError(std::string_view message) override;
+  void showProgress(std::string_view line) override;
 
  private:
   bool isOpen_ = true;
+  bool showsProgress_ = false;
 };
 
 /// Makes the standard streams safe to use: a closed reader shows as a failed write instead of a

@@ -7,6 +7,7 @@
 #include "AppVersion.h"
 #include "AtomicFile.h"
 #include "PowerSessionStoryGenerator.h"
+#include "ProgressIndicator.h"
 #include "SessionArguments.h"
 #include "SessionJSON.h"
 #include "SessionOutput.h"
@@ -91,6 +92,7 @@ SessionCommand::Outcome SessionCommand::record(PowerSessionStore& store) {
   if (const auto stopped = store.stopSession(session, machine_->clock().now()); !stopped) {
     return stopped.error().description;
   }
+  const auto progress = progressOf(store, "Reading the session");
   const PowerSessionSummary summary = store.summary(session);
   tell(
       [&](JSONWriter& json) {
@@ -108,13 +110,19 @@ SessionCommand::Outcome SessionCommand::list(PowerSessionStore& store) {
   if (!sessions) {
     return sessions.error().description;
   }
+  const auto progress = progressOf(store, "Reading sessions");
+  std::size_t begun = 0;
+  const auto summaryOf = [&](const PowerSession& session) {
+    progress->beginPart(begun++, sessions->size());
+    return store.summary(session);
+  };
   if (options_.json) {
     output_->print(jsonDocument([&](JSONWriter& json) {
       json.key("sessions");
       json.beginArray();
       for (const auto& session : *sessions) {
         json.beginObject();
-        writeSessionFields(json, *session, store.summary(*session));
+        writeSessionFields(json, *session, summaryOf(*session));
         json.endObject();
       }
       json.endArray();
@@ -126,7 +134,7 @@ SessionCommand::Outcome SessionCommand::list(PowerSessionStore& store) {
   }
   for (const auto& session : *sessions) {
     // A line at a time: each may take a while.
-    if (!output_->print(formatListLine(*session, store.summary(*session)))) {
+    if (!output_->print(formatListLine(*session, summaryOf(*session)))) {
       break;
     }
   }
@@ -139,6 +147,7 @@ SessionCommand::Outcome SessionCommand::show(PowerSessionStore& store) {
     return found.error();
   }
   const PowerSession& session = **found;
+  const auto progress = progressOf(store, "Reading the session");
   const PowerSessionReport report = store.report(session);
   std::optional<PowerSessionStory> story;
   if (std::ranges::count(arguments_, "--story") != 0) {
@@ -167,6 +176,7 @@ SessionCommand::Outcome SessionCommand::exportSession(PowerSessionStore& store) 
     return found.error();
   }
   const PowerSession& session = **found;
+  const auto progress = progressOf(store, "Exporting the session");
   const auto text = store.exportJSONL(session, machine_->clock().now());
   if (!text) {
     return text.error().description;
@@ -223,6 +233,18 @@ Result<std::shared_ptr<PowerSession>, std::string> SessionCommand::sessionBehind
     return "Session not found: " + id->text();
   }
   return *std::move(session);
+}
+
+std::shared_ptr<ProgressIndicator> SessionCommand::progressOf(PowerSessionStore& store,
+                                                              std::string title) {
+  auto progress =
+      std::make_shared<ProgressIndicator>(machine_->clock(), *output_, std::move(title));
+  store.observeReading([weak = std::weak_ptr{progress}](std::size_t done, std::size_t total) {
+    if (const auto shown = weak.lock()) {
+      shown->update(done, total);
+    }
+  });
+  return progress;
 }
 
 bool SessionCommand::tell(const std::function<void(JSONWriter&)>& fields, std::string_view line) {

@@ -13,6 +13,7 @@
 #include "Machine.h"
 #include "Output.h"
 #include "PowerSessionStore.h"
+#include "ProgressIndicator.h"
 #include "Result.h"
 #include "UUID.h"
 
@@ -45,6 +46,9 @@ class SessionCommand {
   /// The session, or why there is none to work on.
   [[nodiscard]] Result<std::shared_ptr<PowerSession>, std::string> sessionBehind(
       std::string_view word, PowerSessionStore& store) const;
+  /// Shows how far the store's reading is, as long as what it gives is held.
+  [[nodiscard]] std::shared_ptr<ProgressIndicator> progressOf(PowerSessionStore& store,
+                                                              std::string title);
   /// Prints the line, or with "--json" the fields.
   /// Gives whether there is any use in writing more.
   bool tell(const std::function<void(JSONWriter&)>& fields, std::string_view line);

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -10,6 +11,7 @@
 #include <string_view>
 #include <thread>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "Clock.h"
@@ -112,6 +114,11 @@ class PowerSessionStore {
   /// snapshot decodes, in time order; a line feed behind every line.
   [[nodiscard]] StoreResult<std::string> exportJSONL(const PowerSession& session, Date exportedAt);
 
+  /// `observer` hears now and then how many of a session's samples have been read, and of how many,
+  /// while a summary, report or export is made. It must not call the store.
+  using ReadingObserver = std::function<void(std::size_t done, std::size_t total)>;
+  void observeReading(ReadingObserver observer) { readingObserver_ = std::move(observer); }
+
  private:
   /// The sample objects of one session that are alive: whoever holds one sample holds all.
   struct LoadedSamples {
@@ -158,6 +165,7 @@ class PowerSessionStore {
   void forgetSession(const UUID& id);
   /// The session's samples, decoded while they are read.
   [[nodiscard]] ObservationSet observations(const PowerSession& session);
+  void tellReading(std::size_t done, std::size_t total) const;
   void forgetConclusions(const UUID& id);
 
   std::string appVersion_;
@@ -169,6 +177,7 @@ class PowerSessionStore {
   PendingChanges pending_;
   std::unordered_map<UUID, PowerSessionSummary> summaryCache_;
   std::unordered_map<UUID, PowerSessionReport> reportCache_;
+  ReadingObserver readingObserver_;
 };
 
 }  // namespace quorvex

@@ -58,10 +58,19 @@ std::size_t expectedExportBytes(const PowerSessionSamples& samples) {
 ObservationSet PowerSessionStore::observations(const PowerSession& session) {
   const PowerSessionSamples all = samples(session);
   ObservationLoader loader{all.size()};
+  std::size_t done = 0;
   for (const SamplePointer& sample : all) {
     loader.add(storedSample(*sample));
+    tellReading(++done, all.size());
   }
   return loader.finish();
+}
+
+void PowerSessionStore::tellReading(std::size_t done, std::size_t total) const {
+  constexpr std::size_t samplesBetween = 256;
+  if (readingObserver_ && (done % samplesBetween == 0 || done == total)) {
+    readingObserver_(done, total);
+  }
 }
 
 void PowerSessionStore::forgetConclusions(const UUID& id) {
@@ -100,10 +109,12 @@ StoreResult<std::string> PowerSessionStore::exportJSONL(const PowerSession& sess
   const PowerSessionSamples all = samples(session);
   PowerSessionExport lines{expectedExportBytes(all)};
   ObservationLoader loader{all.size()};
+  std::size_t done = 0;
   for (const SamplePointer& sample : all) {
     const StoredSample stored = storedSample(*sample);
     loader.add(stored);
     lines.add(sample->id(), stored);
+    tellReading(++done, all.size());
   }
   auto text =
       lines.finish({.appVersion = appVersion_,

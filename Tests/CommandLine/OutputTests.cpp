@@ -1,9 +1,13 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <string>
 
 #include "Output.h"
 
@@ -111,6 +115,50 @@ TEST(StandardOutputDeathTest, AStreamThatWasClosedAtTheStartIsNotTakenByAFile) {
   int status = 0;
   waitpid(reader, &status, 0);
   std::_Exit(printed ? told : EXIT_FAILURE);
+}
+
+[[noreturn]] void showProgressWithoutATerminal() {
+  StandardOutput output;
+  output.showProgress("half");
+  output.showProgress("");
+  std::_Exit(told);
+}
+
+TEST(StandardOutputDeathTest, ProgressIsShownOnTerminalsOnly) {
+  EXPECT_EXIT(showProgressWithoutATerminal(), ::testing::ExitedWithCode(told), "^$");
+}
+
+/// Makes a terminal of standard error, and passes on what was written there with each escape
+/// character as "^".
+[[noreturn]] void showProgressOnATerminal() {
+  const int realError = dup(STDERR_FILENO);
+  int terminal = -1;
+  int program = -1;
+  termios mode{};
+  cfmakeraw(&mode);
+  if (openpty(&terminal, &program, nullptr, &mode, nullptr) != 0) {
+    std::_Exit(EXIT_FAILURE);
+  }
+  dup2(program, STDERR_FILENO);
+  StandardOutput output;
+  output.showProgress("");
+  output.showProgress("half");
+  output.printError("No battery found.");
+  output.showProgress("whole");
+  output.showProgress("");
+  output.showProgress("");
+  std::string written(256, '\0');
+  const ssize_t count = read(terminal, written.data(), written.size());
+  written.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+  std::ranges::replace(written, '\x1b', '^');
+  std::ranges::replace(written, '\r', '<');
+  static_cast<void>(!write(realError, written.data(), written.size()));
+  std::_Exit(told);
+}
+
+TEST(StandardOutputDeathTest, ProgressReplacesItselfAndGivesWayToOtherTexts) {
+  EXPECT_EXIT(showProgressOnATerminal(), ::testing::ExitedWithCode(told),
+              "^<\\^\\[2Khalf<\\^\\[2KError: No battery found\\.\n<\\^\\[2Kwhole<\\^\\[2K$");
 }
 
 TEST(StandardOutputDeathTest, ALongTextGoesWholeThroughASlowPipe) {

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "PowerSessionMetrics.h"
 #include "PowerSessionStore.h"
@@ -14,10 +16,13 @@
 namespace quorvex {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 using testing::laptopState;
 using ::testing::Not;
+using ::testing::Pair;
 using testing::secondsIn;
 using ::testing::StartsWith;
 using Kind = StoreError::Kind;
@@ -47,6 +52,24 @@ class PowerSessionStoreReportTests : public testing::StoreTest {
 TEST_F(PowerSessionStoreReportTests, TheSummaryOfASessionWithoutSamplesIsTheEmptyOne) {
   const auto store = openStore();
   EXPECT_EQ(store->summary(*start(*store)), PowerSessionSummary::empty());
+}
+
+TEST_F(PowerSessionStoreReportTests, ReadingIsToldToItsObserverUpToTheEnd) {
+  const auto store = openStore();
+  const auto session = start(*store);
+  for (int i = 0; i < 300; ++i) {
+    append(*store, *session, i);
+  }
+  std::vector<std::pair<std::size_t, std::size_t>> told;
+  store->observeReading(
+      [&](std::size_t done, std::size_t total) { told.emplace_back(done, total); });
+  static_cast<void>(store->summary(*session));
+  EXPECT_THAT(told, ElementsAre(Pair(256, 300), Pair(300, 300)));
+  told.clear();
+  static_cast<void>(store->summary(*session));
+  EXPECT_THAT(told, IsEmpty()) << "what is known is not read again";
+  static_cast<void>(exported(*store, *session));
+  EXPECT_THAT(told, ElementsAre(Pair(256, 300), Pair(300, 300)));
 }
 
 TEST_F(PowerSessionStoreReportTests, TheSummaryIsThatOfTheStoredSamples) {

@@ -28,17 +28,21 @@ class FakeOutput final : public Output {
   }
   /// The messages of standard error, without their "Error: ".
   [[nodiscard]] const std::vector<std::string>& errors() const { return errors_; }
+  /// The lines that told of progress; an empty one took the last away.
+  [[nodiscard]] const std::vector<std::string>& progress() const { return progress_; }
 
   bool print(std::string_view text) override {
     texts_.emplace_back(text);
     return !lastText_ || texts_.size() < *lastText_;
   }
   void printError(std::string_view message) override { errors_.emplace_back(message); }
+  void showProgress(std::string_view line) override { progress_.emplace_back(line); }
 
  private:
   std::optional<std::size_t> lastText_;
   std::vector<std::string> texts_;
   std::vector<std::string> errors_;
+  std::vector<std::string> progress_;
 };
 
 }  // namespace quorvex::testing
