@@ -25,6 +25,7 @@ class CountingOutput final : public Output {
     return --rest_ > 0;
   }
   void printError(std::string_view /*message*/) override { std::abort(); }
+  void showProgress(std::string_view /*line*/) override { std::abort(); }
 
  private:
   int rest_;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "GeneratedSession.h"
+#include "JSONWalk.h"
 #include "ObservationLoader.h"
 #include "RecordDecoder.h"
 
@@ -18,63 +19,14 @@
 namespace quorvex {
 namespace {
 
+using benchmarks::JSONWalk;
+
 constexpr std::size_t sampleCount = 5000;
 
 const std::vector<benchmarks::GeneratedSample>& session() {
   static const auto samples = benchmarks::generatedSession(sampleCount);
   return samples;
 }
-
-/// Gets every key and every value: the floor that decoding is measured against.
-class Walk {
- public:
-  void document(const std::string& json) {
-    simdjson::ondemand::document document;
-    check(parser_.iterate(json.data(), json.size(), json.capacity()).get(document));
-    simdjson::ondemand::value root;
-    check(document.get_value().get(root));
-    value(root);
-  }
-
-  [[nodiscard]] std::uint64_t sum() const { return sum_; }
-
- private:
-  static void check(simdjson::error_code error) {
-    if (error != simdjson::SUCCESS) {
-      std::abort();
-    }
-  }
-
-  void value(simdjson::ondemand::value json) {
-    switch (json.type().value()) {
-      case simdjson::ondemand::json_type::object:
-        for (auto field : json.get_object()) {
-          sum_ += field.unescaped_key().value().size();
-          value(field.value().value());
-        }
-        break;
-      case simdjson::ondemand::json_type::array:
-        for (auto item : json.get_array()) {
-          value(item.value());
-        }
-        break;
-      case simdjson::ondemand::json_type::string:
-        sum_ += json.get_string().value().size();
-        break;
-      case simdjson::ondemand::json_type::number:
-        sum_ += static_cast<std::uint64_t>(json.get_double().value());
-        break;
-      case simdjson::ondemand::json_type::boolean:
-        sum_ += json.get_bool().value() ? 1 : 0;
-        break;
-      case simdjson::ondemand::json_type::null:
-        break;
-    }
-  }
-
-  simdjson::ondemand::parser parser_;
-  std::uint64_t sum_ = 0;
-};
 
 void countSamples(benchmark::State& state) {
   std::size_t bytes = 0;
@@ -103,11 +55,11 @@ const std::vector<benchmarks::GeneratedSample>& paddedSession() {
   return samples;
 }
 
-void walkAll(Walk& walk) {
+void walkAll(JSONWalk& walk) {
   for (const auto& sample : paddedSession()) {
-    walk.document(sample.snapshotData);
+    walk.document(sample.snapshotData, sample.snapshotData.capacity());
     if (sample.processActivityData) {
-      walk.document(*sample.processActivityData);
+      walk.document(*sample.processActivityData, sample.processActivityData->capacity());
     }
   }
 }
@@ -122,7 +74,7 @@ void decodeAll(ObservationLoader::Threads threads) {
 }
 
 void BM_WalkEveryValue(benchmark::State& state) {
-  Walk walk;
+  JSONWalk walk;
   for ([[maybe_unused]] auto _ : state) {
     walkAll(walk);
   }
@@ -150,7 +102,7 @@ BENCHMARK(BM_DecodeObservations)
 void BM_DecodeAgainstWalk(benchmark::State& state) {
   const auto threads = state.range(0) == 0 ? ObservationLoader::Threads::callerOnly
                                            : ObservationLoader::Threads::callerAndWorker;
-  Walk walk;
+  JSONWalk walk;
   std::clock_t walking = 0;
   std::clock_t decoding = 0;
   for ([[maybe_unused]] auto _ : state) {
