@@ -1,13 +1,10 @@
 #include "LocalizedDate.h"
 
 #include <unicode/udat.h>
-#include <unicode/uloc.h>
 #include <unicode/ustring.h>
 
-#include <cstdlib>
-#include <string_view>
-
 #include "FatalError.h"
+#include "UserLocale.h"
 
 namespace quorvex {
 
@@ -54,16 +51,7 @@ std::string formatted(UDateFormat* format, Date date) {
 }  // namespace
 
 std::string userLocaleForDates() {
-  for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
-    const char* const value = std::getenv(variable);
-    if (value == nullptr || *value == '\0') {
-      continue;
-    }
-    const std::string_view full{value};
-    const std::string_view name = full.substr(0, full.find_first_of(".@"));
-    return name == "C" || name == "POSIX" ? "en_US_POSIX" : std::string{name};
-  }
-  return uloc_getDefault();
+  return userLocale("LC_TIME");
 }
 
 std::string mediumDateShortTime(Date date, const std::string& locale) {

@@ -7,9 +7,7 @@
 
 namespace quorvex {
 
-/// The user's locale for dates as an ICU name ("en_US", "de_DE"): the first of the environment's
-/// LC_ALL, LC_TIME and LANG that says one, without its encoding; else the platform's default. "C"
-/// and "POSIX" are "en_US_POSIX".
+/// The user's locale for dates, see `userLocale`: that of LC_TIME.
 [[nodiscard]] std::string userLocaleForDates();
 
 /// Date in the medium and time in the short style of a locale, in the user's time zone:

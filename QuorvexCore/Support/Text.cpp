@@ -118,6 +118,11 @@ bool isTrimmed(UChar32 value) {
   return value != U_SENTINEL && (u_isUWhiteSpace(value) != 0 || isNewline(value));
 }
 
+bool isAlphanumeric(UChar32 value) {
+  return value != U_SENTINEL &&
+         (U_MASK(u_charType(value)) & (U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK)) != 0;
+}
+
 }  // namespace
 
 std::size_t characterCount(std::string_view text) {
@@ -188,6 +193,25 @@ std::string_view trimmed(std::string_view text) {
     text.remove_suffix(text.size() - begin);
   }
   return text;
+}
+
+std::string replacingNonAlphanumerics(std::string_view text, std::string_view kept,
+                                      char replacement) {
+  std::string result;
+  result.reserve(text.size());
+  std::size_t offset = 0;
+  while (offset < text.size()) {
+    const CodePoint point = codePointAt(text, offset);
+    const bool isKept = isAlphanumeric(point.value) ||
+                        (point.end - offset == 1 && kept.find(text[offset]) != kept.npos);
+    if (isKept) {
+      result.append(text.substr(offset, point.end - offset));
+    } else {
+      result.push_back(replacement);
+    }
+    offset = point.end;
+  }
+  return result;
 }
 
 std::vector<std::string_view> nonEmptyLines(std::string_view text) {

@@ -26,6 +26,11 @@ namespace quorvex::text {
 /// Without the Unicode white space and newlines at both ends.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 
+/// With `replacement` for each code point that is no letter, mark or number and none of the ASCII
+/// characters `kept`. A broken sequence counts as one code point.
+[[nodiscard]] std::string replacingNonAlphanumerics(std::string_view text, std::string_view kept,
+                                                    char replacement);
+
 /// The non-empty lines, split at any newline: LF, VT, FF, CR, CR LF, NEL, LS, PS.
 [[nodiscard]] std::vector<std::string_view> nonEmptyLines(std::string_view text);
 

@@ -4,6 +4,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <optional>
 #include <string>
@@ -31,7 +32,11 @@ class UUID {
 
   [[nodiscard]] const Bytes& bytes() const { return bytes_; }
 
-  auto operator<=>(const UUID&) const = default;
+  bool operator==(const UUID&) const = default;
+  /// By bytes. Not every C++ library orders arrays in one step.
+  std::strong_ordering operator<=>(const UUID& other) const {
+    return std::memcmp(bytes_.data(), other.bytes_.data(), bytes_.size()) <=> 0;
+  }
 
  private:
   Bytes bytes_{};

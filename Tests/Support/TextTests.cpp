@@ -85,6 +85,20 @@ TEST(Text, RepairReplacesWhatIsBrokenAndNothingElse) {
   EXPECT_TRUE(text::isValidUTF8(text::repairedUTF8("\xe2\x82\xff\xc3")));
 }
 
+TEST(Text, ReplacingNonAlphanumericsKeepsLettersMarksAndNumbers) {
+  EXPECT_EQ(text::replacingNonAlphanumerics("a b-c_d/é٣½\u0301€", "-_ ", '-'),
+            "a b-c_d-é٣½\u0301-");
+  EXPECT_EQ(text::replacingNonAlphanumerics("a b", "", '.'), "a.b");
+  EXPECT_EQ(text::replacingNonAlphanumerics("", "-", '.'), "");
+}
+
+TEST(Text, ReplacingNonAlphanumericsTakesABrokenSequenceForOneCharacter) {
+  EXPECT_EQ(text::replacingNonAlphanumerics("a\xe2\x82"
+                                            "b\xff",
+                                            "", '-'),
+            "a-b-");
+}
+
 TEST(Text, MacOSRomanDecodesItsUpperHalf) {
   EXPECT_EQ(text::decodedMacOSRoman("flt "), "flt ");
   EXPECT_EQ(text::decodedMacOSRoman("\x8a\xa5\xdb"), "ä•€");
