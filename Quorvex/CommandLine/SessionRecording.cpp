@@ -9,18 +9,12 @@
 #include "PowerService.h"
 #include "PowerSessionMetrics.h"
 #include "ProcessActivityService.h"
+#include "ProcessSampleCadence.h"
 #include "SMCService.h"
 #include "SessionJSON.h"
 #include "ThermalService.h"
 
 namespace quorvex {
-
-namespace {
-
-/// Seconds from one walk of the process table to the next: it costs more than all other sources.
-constexpr double processSampleInterval = 10.0;
-
-}  // namespace
 
 SessionRecording::SessionRecording(Machine& machine, Output& output, PowerSessionStore& store,
                                    CommandLineOptions options,
@@ -65,8 +59,7 @@ SystemPowerState SessionRecording::readState(Date timestamp, NetworkSnapshot net
 }
 
 std::vector<ProcessActivityInfo> SessionRecording::readProcesses(Date timestamp) {
-  if (lastProcessSample_ &&
-      secondsBetween(*lastProcessSample_, timestamp) < processSampleInterval) {
+  if (!isProcessSampleDue(lastProcessSample_, timestamp, usualProcessSampleInterval)) {
     return {};
   }
   auto processes =

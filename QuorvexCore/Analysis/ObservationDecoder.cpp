@@ -91,7 +91,7 @@ class ObservationDecoder::State {
   }
 
   void decodeSnapshot(std::string_view json, std::optional<ObservedSnapshot>& snapshot);
-  [[nodiscard]] bool decodeProTelemetry(std::string_view json);
+  [[nodiscard]] bool decodeProTelemetry(std::string_view json, Date& sampledAt);
   [[nodiscard]] bool decodeActivities(std::string_view json);
 
   // Each reads the form that this program writes and says false for any other.
@@ -126,7 +126,8 @@ void ObservationDecoder::State::decode(const StoredSampleBatch::Sample& sample,
   }
   processes_.clear();
   observation.hasProTelemetry =
-      sample.proTelemetry.length > 0 && decodeProTelemetry(batch.text(sample.proTelemetry));
+      sample.proTelemetry.length > 0 &&
+      decodeProTelemetry(batch.text(sample.proTelemetry), observation.proTelemetrySampledAt);
   if (!observation.hasProTelemetry && sample.processActivity.length > 0 &&
       !decodeActivities(batch.text(sample.processActivity))) {
     processes_.clear();
@@ -146,13 +147,14 @@ void ObservationDecoder::State::decodeSnapshot(std::string_view json,
   }
 }
 
-bool ObservationDecoder::State::decodeProTelemetry(std::string_view json) {
+bool ObservationDecoder::State::decodeProTelemetry(std::string_view json, Date& sampledAt) {
   CompactReader reader{json};
   const auto readProcesses = [this](CompactReader& at) {
     return at.readArray([&] { return readPrivilegedProcess(at); });
   };
   if (reader.readRecord<ProTelemetrySnapshot>(
-          readBy<&ProTelemetrySnapshot::processes>(readProcesses)) &&
+          readBy<&ProTelemetrySnapshot::processes>(readProcesses),
+          keep<&ProTelemetrySnapshot::sampledAt>(sampledAt)) &&
       reader.isAtEnd()) {
     return true;
   }
@@ -160,6 +162,7 @@ bool ObservationDecoder::State::decodeProTelemetry(std::string_view json) {
   if (!decoder_.decodeInto(proTelemetryRecord_, json, CompactReader::padding)) {
     return false;
   }
+  sampledAt = proTelemetryRecord_.sampledAt;
   for (const ProProcessEnergy& process : proTelemetryRecord_.processes) {
     addProcess(process.name, PowerSessionMetrics::contributorScore(process), process.isAggregate);
   }

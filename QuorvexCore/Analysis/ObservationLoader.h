@@ -44,7 +44,7 @@ class ObservationLoader {
   };
   /// What one batch holds: enough that handing it over costs nothing beside decoding it, little
   /// enough to stay in a core's own cache.
-  static constexpr std::size_t batchBytes = 256 * 1024;
+  static constexpr std::size_t batchBytes = 64 * 1024;
   /// Batches that wait for the second thread before the caller takes one itself.
   static constexpr std::size_t mostWaiting = 4;
 

@@ -14,7 +14,7 @@ PowerSegmentBuilder::PowerSegmentBuilder(std::int64_t index, const PowerSamplePo
       acConnected_(first.acConnected),
       startedAt_(first.timestamp),
       endedAt_(first.timestamp),
-      maxSampleGap_(maxSampleGap) {}
+      energy_(maxSampleGap) {}
 
 void PowerSegmentBuilder::ingest(const PowerSamplePoint& point) {
   ++sampleCount_;
@@ -25,16 +25,7 @@ void PowerSegmentBuilder::ingest(const PowerSamplePoint& point) {
     wattSum_ += watts;
     minWatts_ = std::min(minWatts_.value_or(watts), watts);
     maxWatts_ = std::max(maxWatts_.value_or(watts), watts);
-    if (lastWattSample_) {
-      const double seconds =
-          std::max(0.0, secondsBetween(lastWattSample_->timestamp, point.timestamp));
-      if (maxSampleGap_ && seconds > *maxSampleGap_) {
-        hasCoverageGap_ = true;
-      } else {
-        totalWattHours_ += trapezoidWattHours(lastWattSample_->watts, watts, seconds);
-      }
-    }
-    lastWattSample_ = WattPoint{point.timestamp, watts};
+    energy_.ingest({point.timestamp, watts});
   }
   if (point.batteryPercent) {
     batteryPercentStart_ = batteryPercentStart_.value_or(*point.batteryPercent);
@@ -60,10 +51,10 @@ PowerSessionPowerSegment PowerSegmentBuilder::materialize() const {
   if (wattSampleCount_ > 0) {
     segment.averageWatts = wattSum_ / static_cast<double>(wattSampleCount_);
   }
-  if (wattSampleCount_ >= 2 && !hasCoverageGap_) {
-    segment.totalWattHours = totalWattHours_;
+  if (wattSampleCount_ >= 2 && !energy_.hasGap()) {
+    segment.totalWattHours = energy_.wattHours();
     if (segment.durationSeconds > 0.0) {
-      segment.averageWatts = totalWattHours_ * 3600.0 / segment.durationSeconds;
+      segment.averageWatts = energy_.wattHours() * 3600.0 / segment.durationSeconds;
     }
   }
   if (batteryPercentStart_) {

@@ -8,7 +8,7 @@
 
 #include "Date.h"
 #include "PowerSessionPowerSegment.h"
-#include "WattHours.h"
+#include "WattHoursAccumulator.h"
 
 namespace quorvex {
 
@@ -49,10 +49,7 @@ class PowerSegmentBuilder {
   double wattSum_ = 0.0;
   std::optional<double> minWatts_;
   std::optional<double> maxWatts_;
-  double totalWattHours_ = 0.0;
-  std::optional<WattPoint> lastWattSample_;
-  bool hasCoverageGap_ = false;
-  std::optional<double> maxSampleGap_;
+  WattHoursAccumulator energy_;
   std::optional<std::int64_t> batteryPercentStart_;
   std::optional<std::int64_t> batteryPercentEnd_;
 };

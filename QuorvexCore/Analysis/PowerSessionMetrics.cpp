@@ -1,14 +1,9 @@
 #include "PowerSessionMetrics.h"
 
-#include <cstdint>
 #include <utility>
 
-#include "ContributorScores.h"
-#include "NetworkAppUsageAccumulator.h"
-#include "NetworkTotalsAccumulator.h"
-#include "PercentChange.h"
 #include "PowerSessionAnalysis.h"
-#include "SessionEnergy.h"
+#include "SummaryAccumulator.h"
 
 namespace quorvex::PowerSessionMetrics {
 
@@ -45,84 +40,6 @@ std::string_view inferredLabel(const ObservedSnapshot& snapshot) {
   return snapshot.battery && snapshot.battery->acConnected ? batteryIdleLabel : unavailableLabel;
 }
 
-/// A peak that did not rise above 0 is none.
-template <typename Value>
-void raisePeak(std::optional<Value>& peak, std::optional<Value> value) {
-  if (value && *value > peak.value_or(Value{0})) {
-    peak = value;
-  }
-}
-
-/// What the columns tell, in one pass.
-void summariseColumns(std::span<const Observation> observations, PowerSessionSummary& summary) {
-  for (const Observation& observation : observations) {
-    const SampleColumns& columns = observation.columns;
-    if (columns.batteryPercent) {
-      summary.batteryPercentStart = summary.batteryPercentStart.value_or(*columns.batteryPercent);
-      summary.batteryPercentEnd = columns.batteryPercent;
-    }
-    summary.maxThermalPressure = std::max(summary.maxThermalPressure, columns.thermalPressure);
-    raisePeak(summary.maxTemperature, columns.maxTemperature);
-    raisePeak(summary.maxFanRPM, columns.maxFanRPM);
-  }
-  if (summary.batteryPercentStart) {
-    summary.batteryPercentDelta =
-        percentChange(*summary.batteryPercentStart, *summary.batteryPercentEnd);
-  }
-}
-
-void summarisePower(std::span<const Observation> observations, double maxGap,
-                    PowerSessionSummary& summary) {
-  PowerSegmentAccumulator segments{maxGap};
-  std::vector<WattPoint> points;
-  points.reserve(observations.size());
-  SessionWatts watts{.durationSeconds = summary.durationSeconds};
-  for (const Observation& observation : observations) {
-    const PowerSamplePoint point = storedPowerPoint(observation);
-    segments.ingest(point);
-    if (point.watts) {
-      points.push_back({point.timestamp, *point.watts});
-      watts.sum += *point.watts;
-      summary.minWatts = std::min(summary.minWatts.value_or(*point.watts), *point.watts);
-      summary.maxWatts = std::max(summary.maxWatts.value_or(*point.watts), *point.watts);
-    }
-  }
-  const CoveredWattHours covered = wattHours(points, maxGap);
-  watts.sampleCount = static_cast<std::int64_t>(points.size());
-  watts.totalWattHours = covered.wattHours;
-  watts.hasGap = covered.hasGap;
-  summary.wattSampleCount = watts.sampleCount;
-  summary.powerSegments = segments.materialize();
-  const SessionEnergy energy = sessionEnergy(watts, summary.powerSegments);
-  summary.averageWatts = energy.averageWatts;
-  summary.averageWattsNote = energy.note;
-  summary.totalWattHours = energy.totalWattHours;
-  summary.totalWattHoursNote = energy.note;
-}
-
-void summariseNetwork(std::span<const Observation> observations, double maxGap,
-                      PowerSessionSummary& summary) {
-  NetworkTotalsAccumulator totals{maxGap};
-  NetworkAppUsageAccumulator apps{maxGap};
-  for (const Observation& observation : observations) {
-    if (observation.snapshot && observation.snapshot->network) {
-      const ObservedNetwork& network = *observation.snapshot->network;
-      const Date timestamp = observation.columns.timestamp;
-      totals.ingest(network.totalBytesInPerSec, network.totalBytesOutPerSec, timestamp);
-      apps.ingest(network, timestamp);
-    }
-  }
-  summary.totalBytesIn = totals.totalBytesIn();
-  summary.totalBytesOut = totals.totalBytesOut();
-  summary.peakBytesInPerSec = totals.peakBytesInPerSec();
-  summary.peakBytesOutPerSec = totals.peakBytesOutPerSec();
-  summary.topNetworkApps = apps.materialize(topCount);
-  summary.networkSummary = {.totalBytesIn = summary.totalBytesIn,
-                            .totalBytesOut = summary.totalBytesOut,
-                            .topMovers = summary.topNetworkApps,
-                            .note = std::string{PowerSessionNetworkSummary::observedNote}};
-}
-
 void addAnalysis(PowerSessionAnalysis::Result result, PowerSessionSummary& summary) {
   summary.samplingConfidence = std::move(result.samplingConfidence);
   summary.batteryInsights = std::move(result.batteryInsights);
@@ -137,19 +54,12 @@ PowerSessionSummary summaryOfSorted(const SessionFacts& session,
                                     std::span<const Observation> observations) {
   const Date lastSample = observations.back().columns.timestamp;
   const Date end = std::max(lastSample, session.endedAt.value_or(lastSample));
-  const double maxGap = maxSampleGap(session.sampleInterval);
-
-  PowerSessionSummary summary;
-  summary.durationSeconds = std::max(0.0, secondsBetween(session.startedAt, end));
-  summary.sampleCount = static_cast<std::int64_t>(observations.size());
-  summariseColumns(observations, summary);
-  summarisePower(observations, maxGap, summary);
-  summariseNetwork(observations, maxGap, summary);
-  ContributorScores scores;
+  SummaryAccumulator figures{maxSampleGap(session.sampleInterval)};
   for (const Observation& observation : observations) {
-    scores.add(observation);
+    figures.ingest(observation);
   }
-  summary.topContributors = scores.top(topCount);
+  const double duration = std::max(0.0, secondsBetween(session.startedAt, end));
+  PowerSessionSummary summary = figures.materialize(duration, figures.energy().coveredWattHours());
   addAnalysis(PowerSessionAnalysis::analyze(session, observations), summary);
   return summary;
 }
@@ -172,6 +82,23 @@ PowerSamplePoint livePowerPoint(const SystemPowerState& state) {
     point.batteryPercent = state.battery->chargePercent;
   }
   return point;
+}
+
+SampleColumns liveColumns(const SystemPowerState& state) {
+  SampleColumns columns{.timestamp = state.timestamp, .totalWatts = totalWatts(state)};
+  if (state.battery) {
+    columns.batteryPercent = state.battery->chargePercent;
+    columns.acConnected = state.battery->acConnected;
+  }
+  columns.thermalPressure = state.thermal.pressure;
+  for (const FanInfo& fan : state.fans) {
+    columns.maxFanRPM = std::max(fan.currentRPM, columns.maxFanRPM.value_or(fan.currentRPM));
+  }
+  for (const TemperatureSensor& sensor : state.sensors) {
+    columns.maxTemperature =
+        std::max(sensor.temperature, columns.maxTemperature.value_or(sensor.temperature));
+  }
+  return columns;
 }
 
 PowerSamplePoint storedPowerPoint(const Observation& observation) {

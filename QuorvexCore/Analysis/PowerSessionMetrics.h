@@ -51,6 +51,9 @@ inline constexpr std::array<std::string_view, 2> knownAggregateProcessNames{"ALL
 /// The point of a live state. Its texts are static.
 [[nodiscard]] PowerSamplePoint livePowerPoint(const SystemPowerState& state);
 
+/// The columns that are stored with a live state; its elapsed seconds are not known here and 0.
+[[nodiscard]] SampleColumns liveColumns(const SystemPowerState& state);
+
 /// The point of a stored sample: time and watts from the columns, the source as it was recorded.
 /// Where the snapshot names none it is inferred from battery and silicon, and where it does not
 /// decode from the columns. Its texts are the observation's or static.

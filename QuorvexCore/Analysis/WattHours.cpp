@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "WattHoursAccumulator.h"
+
 namespace quorvex {
 
 namespace {
@@ -50,19 +52,12 @@ std::optional<double> wattHours(std::span<const WattPoint> points) {
 }
 
 CoveredWattHours wattHours(std::span<const WattPoint> points, double maxGap) {
-  CoveredWattHours covered;
+  WattHoursAccumulator energy{maxGap};
   std::vector<WattPoint> storage;
-  const auto sorted = sortedByTime(points, storage);
-  for (std::size_t i = 1; i < sorted.size(); ++i) {
-    const double seconds = secondsBetween(sorted[i - 1].timestamp, sorted[i].timestamp);
-    if (seconds > maxGap) {
-      covered.hasGap = true;
-    } else if (seconds > 0.0) {
-      covered.wattHours = covered.wattHours.value_or(0.0) +
-                          trapezoidWattHours(sorted[i - 1].watts, sorted[i].watts, seconds);
-    }
+  for (const WattPoint& point : sortedByTime(points, storage)) {
+    energy.ingest(point);
   }
-  return covered;
+  return {.wattHours = energy.coveredWattHours(), .hasGap = energy.hasGap()};
 }
 
 }  // namespace quorvex

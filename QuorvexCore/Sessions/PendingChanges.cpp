@@ -25,6 +25,7 @@ StoreResult<std::vector<UUID>> PowerSessionStore::save() {
     return written.error();
   }
   if (auto committed = transaction.commit(); !committed) {
+    expectStored();
     return committed.error();
   }
   finishSave(*written);
@@ -57,13 +58,21 @@ StoreResult<PowerSessionStore::WrittenRows> PowerSessionStore::writePending() {
   }
   for (const PendingSample& pending : pending_.samples) {
     const auto row =
-        tables_->insert(pending.sample->columns(), *pending.sample->ownBlobs(), pending.session);
+        tables_->insert(pending.sample->columns(), *pending.sample->ownBlobs(), pending.session,
+                        pending.mayBeStored ? SessionTables::Presence::possible
+                                            : SessionTables::Presence::excluded);
     if (!row) {
       return row.error();
     }
     rows.samples.push_back(*row);
   }
   return rows;
+}
+
+void PowerSessionStore::expectStored() {
+  for (PendingSample& pending : pending_.samples) {
+    pending.mayBeStored = true;
+  }
 }
 
 void PowerSessionStore::finishSave(const WrittenRows& rows) {

@@ -10,6 +10,7 @@
 #include "FatalError.h"
 #include "LocalizedDate.h"
 #include "PowerSessionCoders.h"
+#include "PowerSessionMetrics.h"
 #include "ProcessActivityDTO.h"
 #include "SessionSchema.h"
 #include "SystemPowerStateDTO.h"
@@ -36,22 +37,14 @@ StoreError notEncodable(const EncodingError& error) {
 
 /// The columns that are taken from the live state, beside its blob.
 PowerSessionSampleColumns denormalizedColumns(const SystemPowerState& state) {
+  const SampleColumns live = PowerSessionMetrics::liveColumns(state);
   PowerSessionSampleColumns columns;
-  if (const auto reading = state.primaryPowerReading()) {
-    columns.totalWatts = reading->watts;
-  }
-  if (state.battery) {
-    columns.batteryPercent = state.battery->chargePercent;
-    columns.acConnected = state.battery->acConnected;
-  }
-  columns.thermalPressure = state.thermal.pressure;
-  for (const FanInfo& fan : state.fans) {
-    columns.maxFanRPM = std::max(fan.currentRPM, columns.maxFanRPM.value_or(fan.currentRPM));
-  }
-  for (const TemperatureSensor& sensor : state.sensors) {
-    columns.maxTemperature =
-        std::max(sensor.temperature, columns.maxTemperature.value_or(sensor.temperature));
-  }
+  columns.totalWatts = live.totalWatts;
+  columns.batteryPercent = live.batteryPercent;
+  columns.acConnected = live.acConnected;
+  columns.thermalPressure = live.thermalPressure;
+  columns.maxFanRPM = live.maxFanRPM;
+  columns.maxTemperature = live.maxTemperature;
   return columns;
 }
 
@@ -232,6 +225,7 @@ StoreResult<void> PowerSessionStore::deleteSession(PowerSession& session) {
     return written.error();
   }
   if (auto committed = transaction.commit(); !committed) {
+    expectStored();
     return committed;
   }
   finishSave(*written);

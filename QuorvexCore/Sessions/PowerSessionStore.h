@@ -104,6 +104,9 @@ class PowerSessionStore {
   /// The samples of a session in ascending order of time, those of one time in the order in which
   /// they were added. What cannot be read is left out.
   [[nodiscard]] PowerSessionSamples samples(const PowerSession& session);
+  /// The same samples as conclusions see them, decoded while they are read: the quick way to all of
+  /// them.
+  [[nodiscard]] ObservationSet decodedSamples(const PowerSession& session);
 
   /// What the session comes to; `PowerSessionSummary::empty` without samples. Kept until this store
   /// changes the session: what other processes have added since is not in it.
@@ -130,6 +133,11 @@ class PowerSessionStore {
   struct PendingSample {
     UUID session;
     std::shared_ptr<PowerSessionSample> sample;
+    bool mayBeStored = false;  ///< a commit that told of a failure may have succeeded
+  };
+  struct DecodedSession {
+    UUID session;
+    ObservationSet observations;
   };
   /// Changes that are not committed yet.
   struct PendingChanges {
@@ -154,6 +162,8 @@ class PowerSessionStore {
   [[nodiscard]] StoreResult<std::vector<UUID>> save();
   [[nodiscard]] StoreResult<WrittenRows> writePending();
   void finishSave(const WrittenRows& rows);
+  /// After a commit that failed: it may have reached the file all the same.
+  void expectStored();
   [[nodiscard]] StoreResult<void> close(PowerSession& session, PowerSessionStatus status,
                                         Date endedAt);
   [[nodiscard]] SessionPointer objectFor(PowerSessionColumns columns);
@@ -163,8 +173,9 @@ class PowerSessionStore {
   void addPending(const UUID& session, std::shared_ptr<PowerSessionSample> sample);
   void unlist(const PendingSample& sample);
   void forgetSession(const UUID& id);
-  /// The session's samples, decoded while they are read.
-  [[nodiscard]] ObservationSet observations(const PowerSession& session);
+  /// The session's samples, decoded while they are read, and kept until another session is asked
+  /// for or this one's report is made: who looks at a summary often wants the report next.
+  [[nodiscard]] const ObservationSet& observations(const PowerSession& session);
   void tellReading(std::size_t done, std::size_t total) const;
   void forgetConclusions(const UUID& id);
 
@@ -175,6 +186,7 @@ class PowerSessionStore {
   std::map<UUID, std::weak_ptr<PowerSession>> sessionObjects_;
   std::map<UUID, std::weak_ptr<LoadedSamples>> sampleObjects_;
   PendingChanges pending_;
+  std::optional<DecodedSession> decoded_;
   std::unordered_map<UUID, PowerSessionSummary> summaryCache_;
   std::unordered_map<UUID, PowerSessionReport> reportCache_;
   ReadingObserver readingObserver_;

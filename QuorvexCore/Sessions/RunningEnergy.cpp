@@ -13,7 +13,7 @@ bool isEnergyWithheld(const PowerSessionPowerSegment& segment) {
 }  // namespace
 
 RunningEnergy::RunningEnergy(Date startedAt, double sampleInterval)
-    : startedAt_(startedAt), maxGap_(maxSampleGap(sampleInterval)) {}
+    : startedAt_(startedAt), maxGap_(maxSampleGap(sampleInterval)), wattHours_(maxGap_) {}
 
 void RunningEnergy::ingest(const PowerSamplePoint& point) {
   const auto place = std::ranges::upper_bound(points_, point.timestamp, {}, &Point::timestamp);
@@ -27,7 +27,7 @@ void RunningEnergy::ingest(const PowerSamplePoint& point) {
     return;
   }
   watts_ = {};
-  lastWatts_.reset();
+  wattHours_ = WattHoursAccumulator{maxGap_};
   segment_.reset();
   tellingSegments_.clear();
   for (const Point& each : points_) {
@@ -55,16 +55,7 @@ void RunningEnergy::advance(const Point& point) {
   }
   ++watts_.sampleCount;
   watts_.sum += *point.watts;
-  if (lastWatts_) {
-    const double seconds = secondsBetween(lastWatts_->timestamp, point.timestamp);
-    if (seconds > maxGap_) {
-      watts_.hasGap = true;
-    } else if (seconds > 0.0) {
-      watts_.totalWattHours = watts_.totalWattHours.value_or(0.0) +
-                              trapezoidWattHours(lastWatts_->watts, *point.watts, seconds);
-    }
-  }
-  lastWatts_ = WattPoint{point.timestamp, *point.watts};
+  wattHours_.ingest({point.timestamp, *point.watts});
 }
 
 void RunningEnergy::finishSegment() {
@@ -86,7 +77,10 @@ SessionEnergy RunningEnergy::energy() const {
   if (segment_) {
     segments.push_back(segment_->materialize());
   }
-  return sessionEnergy(watts_, segments);
+  SessionWatts watts = watts_;
+  watts.totalWattHours = wattHours_.coveredWattHours();
+  watts.hasGap = wattHours_.hasGap();
+  return sessionEnergy(watts, segments);
 }
 
 }  // namespace quorvex

@@ -8,6 +8,7 @@
 #include "Date.h"
 #include "PowerSegmentAccumulator.h"
 #include "SessionEnergy.h"
+#include "WattHoursAccumulator.h"
 
 namespace quorvex {
 
@@ -44,8 +45,8 @@ class RunningEnergy {
   Date startedAt_;
   double maxGap_;
   std::vector<Point> points_;  ///< in ascending order of time
-  SessionWatts watts_;
-  std::optional<WattPoint> lastWatts_;
+  SessionWatts watts_;         ///< without the energy, which `wattHours_` adds up
+  WattHoursAccumulator wattHours_;
   std::optional<PowerSegmentBuilder> segment_;
   /// Of the finished segments those that the figures depend on: the first, one of another kind, and
   /// one whose energy is withheld.

@@ -55,7 +55,7 @@ std::size_t expectedExportBytes(const PowerSessionSamples& samples) {
 
 }  // namespace
 
-ObservationSet PowerSessionStore::observations(const PowerSession& session) {
+ObservationSet PowerSessionStore::decodedSamples(const PowerSession& session) {
   const PowerSessionSamples all = samples(session);
   ObservationLoader loader{all.size()};
   std::size_t done = 0;
@@ -66,6 +66,14 @@ ObservationSet PowerSessionStore::observations(const PowerSession& session) {
   return loader.finish();
 }
 
+const ObservationSet& PowerSessionStore::observations(const PowerSession& session) {
+  if (decoded_ && decoded_->session == session.id()) {
+    return decoded_->observations;
+  }
+  decoded_.reset();
+  return decoded_.emplace(DecodedSession{session.id(), decodedSamples(session)}).observations;
+}
+
 void PowerSessionStore::tellReading(std::size_t done, std::size_t total) const {
   constexpr std::size_t samplesBetween = 256;
   if (readingObserver_ && (done % samplesBetween == 0 || done == total)) {
@@ -74,6 +82,9 @@ void PowerSessionStore::tellReading(std::size_t done, std::size_t total) const {
 }
 
 void PowerSessionStore::forgetConclusions(const UUID& id) {
+  if (decoded_ && decoded_->session == id) {
+    decoded_.reset();
+  }
   summaryCache_.erase(id);
   reportCache_.erase(id);
 }
@@ -92,7 +103,7 @@ PowerSessionReport PowerSessionStore::report(const PowerSession& session) {
   if (const auto known = reportCache_.find(session.id()); known != reportCache_.end()) {
     return known->second;
   }
-  const ObservationSet decoded = observations(session);
+  const ObservationSet& decoded = observations(session);
   auto summary = summaryCache_.find(session.id());
   if (summary == summaryCache_.end()) {
     summary =
@@ -101,6 +112,8 @@ PowerSessionReport PowerSessionStore::report(const PowerSession& session) {
   }
   auto report = PowerSessionReportBuilder::report(PowerSessionMetadataDTO{session}, summary->second,
                                                   decoded, maxTimelinePoints);
+  // Both conclusions are kept from here on.
+  decoded_.reset();
   return reportCache_.insert_or_assign(session.id(), std::move(report)).first->second;
 }
 

@@ -242,24 +242,32 @@ StoreResult<void> SessionTables::samples(
   }
 }
 
-StoreResult<std::optional<std::int64_t>> SessionTables::insert(
-    const PowerSessionSampleColumns& columns, const PowerSessionBlobs& blobs,
-    const UUID& sessionID) {
-  const auto session = rowOfSession(sessionID);
-  if (!session || !*session) {
-    return session;
-  }
-  selectSample_.bind(1, **session);
+StoreResult<std::optional<std::int64_t>> SessionTables::rowOfSample(
+    const PowerSessionSampleColumns& columns, std::int64_t session) {
+  selectSample_.bind(1, session);
   selectSample_.bind(2, nanoseconds(columns.timestamp));
   selectSample_.bindBlob(3, columns.id.bytes());
   const auto isThere = selectSample_.step();
   if (!isThere) {
     return isThere.error();
   }
-  const auto found = *isThere ? std::optional{selectSample_.integer(0)} : std::nullopt;
+  const auto row = *isThere ? std::optional{selectSample_.integer(0)} : std::nullopt;
   selectSample_.reset();
-  if (found) {
-    return found;
+  return row;
+}
+
+StoreResult<std::optional<std::int64_t>> SessionTables::insert(
+    const PowerSessionSampleColumns& columns, const PowerSessionBlobs& blobs, const UUID& sessionID,
+    Presence presence) {
+  const auto session = rowOfSession(sessionID);
+  if (!session || !*session) {
+    return session;
+  }
+  if (presence == Presence::possible) {
+    auto found = rowOfSample(columns, **session);
+    if (!found || *found) {
+      return found;
+    }
   }
   insertSample_.bindBlob(1, columns.id.bytes());
   insertSample_.bind(2, nanoseconds(columns.timestamp));

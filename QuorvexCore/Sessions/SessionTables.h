@@ -48,16 +48,21 @@ class SessionTables {
   [[nodiscard]] StoreResult<void> samples(
       const UUID& sessionID, std::int64_t after,
       const std::function<void(std::int64_t row, const PowerSessionSampleColumns&)>& visit);
-  /// Adds a sample with its blobs, once: a row that is there already, by its `id`, is found and not
-  /// added again. Absent when the session is not in the store.
+  /// Whether a row that is to be added can be there already.
+  enum class Presence { excluded, possible };
+
+  /// Adds a sample with its blobs. Where that is possible, a row that is there already, by its
+  /// `id`, is found and not added again. Absent when the session is not in the store.
   [[nodiscard]] StoreResult<std::optional<std::int64_t>> insert(
       const PowerSessionSampleColumns& columns, const PowerSessionBlobs& blobs,
-      const UUID& sessionID);
+      const UUID& sessionID, Presence presence);
 
  private:
   explicit SessionTables(SQLiteDatabase database) : database_(std::move(database)) {}
 
   [[nodiscard]] StoreResult<void> prepare();
+  [[nodiscard]] StoreResult<std::optional<std::int64_t>> rowOfSample(
+      const PowerSessionSampleColumns& columns, std::int64_t session);
 
   SQLiteDatabase database_;
   SQLiteStatement dataVersion_;

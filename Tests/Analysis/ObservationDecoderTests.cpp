@@ -211,6 +211,7 @@ TEST(ObservationDecoder, PrivilegedRowsDecodeExactlyWhenTheirRecordsDoAndToTheSa
     const Decoded observation{
         StoredSample{.columns = {}, .snapshotData = "", .proTelemetryData = json}};
     RC_ASSERT(observation->hasProTelemetry == record.has_value());
+    RC_ASSERT(!record || observation->proTelemetrySampledAt == record->sampledAt);
     RC_ASSERT(rows(*observation) == (record ? rows(*record) : std::vector<Row>{}));
   }));
 }
