@@ -7,9 +7,11 @@
 #include "FileAttributes.h"
 #include "HIDTemperatures.h"
 #include "InterfaceTable.h"
+#include "LoginItem.h"
 #include "ProcessTable.h"
 #include "SMCPort.h"
 #include "ThermalReadings.h"
+#include "UserDefaults.h"
 
 namespace quorvex {
 
@@ -32,6 +34,8 @@ class Machine {
   [[nodiscard]] virtual ChildProcesses& childProcesses() = 0;
   [[nodiscard]] virtual FileAttributes& fileAttributes() = 0;
   [[nodiscard]] virtual Clock& clock() = 0;
+  [[nodiscard]] virtual UserDefaults& userDefaults() = 0;
+  [[nodiscard]] virtual LoginItem& loginItem() = 0;
 };
 
 }  // namespace quorvex

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "LinuxMachine.h"
 #include "RecordedMachine.h"
+#include "ThisMachine.h"
 
 namespace quorvex {
 
@@ -23,7 +23,7 @@ bool isRecordedMachineSelected() {
 
 std::variant<std::unique_ptr<Machine>, MachineSelectionError> selectMachine(PacePolicy pacePolicy) {
   if (!isRecordedMachineSelected()) {
-    return std::make_unique<LinuxMachine>();
+    return thisMachine();
   }
   std::optional<RecordedMachine::Pace> pace;
   if (pacePolicy == PacePolicy::realOnly) {

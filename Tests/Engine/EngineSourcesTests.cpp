@@ -38,6 +38,8 @@ class OrderedMachine final : public Machine {
   ChildProcesses& childProcesses() override { return children_; }
   FileAttributes& fileAttributes() override { return fake.files; }
   Clock& clock() override { return clock_; }
+  UserDefaults& userDefaults() override { return fake.defaults; }
+  LoginItem& loginItem() override { return fake.login; }
 
  private:
   void note(const std::string& name) {

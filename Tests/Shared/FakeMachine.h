@@ -10,9 +10,11 @@
 #include "FakeFileAttributes.h"
 #include "FakeHIDTemperatures.h"
 #include "FakeInterfaceTable.h"
+#include "FakeLoginItem.h"
 #include "FakeProcessTable.h"
 #include "FakeSMC.h"
 #include "FakeThermalReadings.h"
+#include "FakeUserDefaults.h"
 #include "Machine.h"
 
 namespace quorvex::testing {
@@ -30,6 +32,8 @@ class FakeMachine final : public Machine {
   FakeChildProcesses children;
   FakeFileAttributes files;
   FakeClock time;
+  FakeUserDefaults defaults;
+  FakeLoginItem login;
 
   /// The ports in the order in which they were asked for, by the names of the machine's functions.
   [[nodiscard]] const std::vector<std::string>& asked() const { return asked_; }
@@ -46,6 +50,8 @@ class FakeMachine final : public Machine {
   ChildProcesses& childProcesses() override { return noted("childProcesses", children); }
   FileAttributes& fileAttributes() override { return noted("fileAttributes", files); }
   Clock& clock() override { return noted("clock", time); }
+  UserDefaults& userDefaults() override { return noted("userDefaults", defaults); }
+  LoginItem& loginItem() override { return noted("loginItem", login); }
 
  private:
   template <typename Port>

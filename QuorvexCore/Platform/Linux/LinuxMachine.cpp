@@ -4,12 +4,15 @@
 #include "LinuxEnergyLibrary.h"
 #include "LinuxHIDTemperatures.h"
 #include "LinuxInterfaceTable.h"
+#include "LinuxLoginItem.h"
 #include "LinuxProcessTable.h"
 #include "LinuxSMCPort.h"
 #include "LinuxThermalReadings.h"
+#include "LinuxUserDefaults.h"
 #include "PosixChildProcesses.h"
 #include "PosixFileAttributes.h"
 #include "SystemClock.h"
+#include "SystemTree.h"
 
 namespace quorvex {
 
@@ -20,7 +23,9 @@ struct LinuxMachine::Ports {
         hidTemperatures(roots.sys),
         thermalReadings(roots.sys),
         interfaceTable(roots.sys),
-        processTable(roots.proc) {}
+        processTable(roots.proc),
+        userDefaults(roots.configuration),
+        loginItem(roots.configuration, system_tree::linkTarget(roots.proc + "/self/exe")) {}
 
   LinuxBatteryDictionaries batteryDictionaries;
   LinuxEnergyLibrary energyLibrary;
@@ -32,6 +37,8 @@ struct LinuxMachine::Ports {
   PosixChildProcesses childProcesses;
   PosixFileAttributes fileAttributes;
   SystemClock clock;
+  LinuxUserDefaults userDefaults;
+  LinuxLoginItem loginItem;
 };
 
 LinuxMachine::LinuxMachine(const Roots& roots) : ports_(std::make_unique<Ports>(roots)) {}
@@ -66,6 +73,12 @@ FileAttributes& LinuxMachine::fileAttributes() {
 }
 Clock& LinuxMachine::clock() {
   return ports_->clock;
+}
+UserDefaults& LinuxMachine::userDefaults() {
+  return ports_->userDefaults;
+}
+LoginItem& LinuxMachine::loginItem() {
+  return ports_->loginItem;
 }
 
 }  // namespace quorvex

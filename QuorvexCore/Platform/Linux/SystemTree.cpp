@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
+#include <filesystem>
 #include <memory>
 #include <system_error>
 
@@ -81,6 +82,12 @@ std::optional<std::int64_t> parseInteger(std::string_view text) {
 
 std::optional<std::uint64_t> parseCounter(std::string_view text) {
   return parseNumber<std::uint64_t>(text);
+}
+
+std::optional<std::string> linkTarget(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path target = std::filesystem::read_symlink(path, error);
+  return error ? std::nullopt : std::optional{target.string()};
 }
 
 std::optional<std::vector<std::string>> listFolder(const std::string& path) {

@@ -25,6 +25,9 @@ namespace quorvex::system_tree {
 [[nodiscard]] std::optional<std::int64_t> parseInteger(std::string_view text);
 [[nodiscard]] std::optional<std::uint64_t> parseCounter(std::string_view text);
 
+/// Where a symbolic link points; none when there is no such link.
+[[nodiscard]] std::optional<std::string> linkTarget(const std::string& path);
+
 /// The names in a folder, shorter ones first and equally long ones by their bytes, so that
 /// "hwmon2" comes before "hwmon10". None when the folder cannot be read.
 [[nodiscard]] std::optional<std::vector<std::string>> listFolder(const std::string& path);

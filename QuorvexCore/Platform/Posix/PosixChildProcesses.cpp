@@ -124,7 +124,8 @@ bool containsNUL(const std::string& text) {
 
 }  // namespace
 
-PosixChildProcesses::PosixChildProcesses() : abandoned_(std::make_shared<AbandonedChildren>()) {}
+PosixChildProcesses::PosixChildProcesses(std::string root)
+    : root_(std::move(root)), abandoned_(std::make_shared<AbandonedChildren>()) {}
 
 PosixChildProcesses::~PosixChildProcesses() {
   abandoned_->reap();
@@ -152,7 +153,8 @@ LaunchResult PosixChildProcesses::launch(const std::string& executablePath,
   plan.closeOtherDescriptors();
   plan.resetSignals();
   PosixChildProcess::Handles handles;
-  if (const int problem = plan.spawn(handles.child, executablePath, arguments); problem != 0) {
+  if (const int problem = plan.spawn(handles.child, root_ + executablePath, arguments);
+      problem != 0) {
     return failure(problem);
   }
 

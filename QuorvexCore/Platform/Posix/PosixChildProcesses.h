@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "ChildProcesses.h"
 
@@ -14,13 +15,16 @@ class AbandonedChildren;
 /// system's words for the error, such as "No such file or directory". Any thread.
 class PosixChildProcesses final : public ChildProcesses {
  public:
-  PosixChildProcesses();
+  /// `root` goes before the path of every executable: the folder that stands for the whole file
+  /// system.
+  explicit PosixChildProcesses(std::string root = {});
   ~PosixChildProcesses() override;
 
   [[nodiscard]] LaunchResult launch(const std::string& executablePath,
                                     std::span<const std::string> arguments) override;
 
  private:
+  std::string root_;
   std::shared_ptr<AbandonedChildren> abandoned_;
 };
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <utility>
+
 #include "FileAttributes.h"
 
 namespace quorvex {
@@ -9,9 +12,15 @@ namespace quorvex {
 /// set-uid tool never passes for one. Any thread.
 class PosixFileAttributes final : public FileAttributes {
  public:
+  /// `root` goes before every path: the folder that stands for the whole file system.
+  explicit PosixFileAttributes(std::string root = {}) : root_(std::move(root)) {}
+
   [[nodiscard]] bool fileExists(const std::string& path) override;
   [[nodiscard]] std::optional<FileAttributeRecord> attributes(const std::string& path) override;
   [[nodiscard]] bool isExecutable(const std::string& path) override;
+
+ private:
+  std::string root_;
 };
 
 }  // namespace quorvex

@@ -3,11 +3,12 @@
 #include <algorithm>
 
 #include "ContinuousClock.h"
+#include "WallClock.h"
 
 namespace quorvex {
 
 Date SystemClock::now() {
-  return std::chrono::time_point_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now());
+  return Date{wall_clock::now()};
 }
 
 std::chrono::nanoseconds SystemClock::monotonic() {

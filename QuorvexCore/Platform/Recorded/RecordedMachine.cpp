@@ -8,9 +8,11 @@
 #include "RecordedEnergyLibrary.h"
 #include "RecordedHelperFile.h"
 #include "RecordedInterfaceTable.h"
+#include "RecordedLoginItem.h"
 #include "RecordedProcessTable.h"
 #include "RecordedSMCPort.h"
 #include "RecordedSensors.h"
+#include "RecordedUserDefaults.h"
 
 namespace quorvex {
 
@@ -30,6 +32,8 @@ struct RecordedMachine::Ports {
   RecordedProcessTable processTable{file, clock};
   RecordedHelperFile helperFile{file, clock};
   RecordedChildProcesses childProcesses{file, clock, helperFile};
+  RecordedUserDefaults userDefaults;
+  RecordedLoginItem loginItem;
 };
 
 std::variant<std::unique_ptr<RecordedMachine>, MachineFileError> RecordedMachine::load(
@@ -75,6 +79,12 @@ FileAttributes& RecordedMachine::fileAttributes() {
 }
 Clock& RecordedMachine::clock() {
   return ports_->clock;
+}
+UserDefaults& RecordedMachine::userDefaults() {
+  return ports_->userDefaults;
+}
+LoginItem& RecordedMachine::loginItem() {
+  return ports_->loginItem;
 }
 
 }  // namespace quorvex

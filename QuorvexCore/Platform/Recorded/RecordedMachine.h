@@ -34,6 +34,8 @@ class RecordedMachine final : public Machine {
   [[nodiscard]] ChildProcesses& childProcesses() override;
   [[nodiscard]] FileAttributes& fileAttributes() override;
   [[nodiscard]] Clock& clock() override;
+  [[nodiscard]] UserDefaults& userDefaults() override;
+  [[nodiscard]] LoginItem& loginItem() override;
 
  private:
   struct Ports;

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -25,8 +26,15 @@ TEST(LinuxMachineTests, EveryPortReadsTheRootsThatWereGiven) {
   sys.file("class/net/eth7/statistics/tx_bytes", "2\n");
   sys.file("firmware/acpi/platform_profile", "low-power\n");
   proc.file("7/comm", "seven\n");
-  LinuxMachine machine{{.sys = sys.root(), .proc = proc.root()}};
+  const testing::FakeTree configuration;
+  configuration.file("quorvex/defaults.json", "{\"lowImpactMode\": true}");
+  std::filesystem::create_directories(proc.path("self"));
+  std::filesystem::create_symlink("/opt/quorvex", proc.path("self/exe"));
+  LinuxMachine machine{
+      {.sys = sys.root(), .proc = proc.root(), .configuration = configuration.root()}};
 
+  EXPECT_TRUE(machine.userDefaults().boolean("lowImpactMode", false));
+  EXPECT_EQ(machine.loginItem().status(), LoginItemStatus::notRegistered);
   EXPECT_EQ(machine.batteryDictionaries().registry(), (Dictionary{{"Voltage", 12000}}));
   EXPECT_NE(machine.hidTemperatures().open(), nullptr);
   EXPECT_TRUE(machine.smc().open());
@@ -39,7 +47,9 @@ TEST(LinuxMachineTests, EveryPortReadsTheRootsThatWereGiven) {
 
 TEST(LinuxMachineTests, WhatTheMachineDoesNotHaveIsAbsent) {
   const testing::FakeTree empty;
-  LinuxMachine machine{{.sys = empty.root(), .proc = empty.root()}};
+  LinuxMachine machine{{.sys = empty.root(), .proc = empty.root(), .configuration = empty.root()}};
+  EXPECT_EQ(machine.userDefaults().value("lowImpactMode"), std::nullopt);
+  EXPECT_EQ(machine.loginItem().status(), LoginItemStatus::notFound);
   EXPECT_EQ(machine.batteryDictionaries().registry(), std::nullopt);
   EXPECT_EQ(machine.batteryDictionaries().firstPowerSource(), std::nullopt);
   EXPECT_EQ(machine.energyLibrary().open(), nullptr);

@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 #include <string>
 #include <thread>
 #include <vector>
@@ -337,6 +338,20 @@ TEST_F(PosixChildProcessesTests, LaunchesFromManyThreadsKeepTheirChildrenApart) 
   for (std::size_t index = 0; index < outputs.size(); ++index) {
     EXPECT_EQ(outputs[index], "[" + testChild + "][arguments][" + std::to_string(index) + "]");
   }
+}
+
+TEST_F(PosixChildProcessesTests, ExecutablesAreLookedUpBelowTheRootWhenThereIsOne) {
+  const testing::FakeTree tree;
+  tree.folder("usr/bin");
+  std::filesystem::create_symlink("/bin/echo", tree.path("usr/bin/tool"));
+  PosixChildProcesses below{tree.root()};
+  const Words arguments{"said"};
+  LaunchResult result = below.launch("/usr/bin/tool", arguments);
+  auto& child = std::get<std::unique_ptr<ChildProcess>>(result);
+  EXPECT_EQ(child->readOutputToEnd(), "said\n");
+  EXPECT_TRUE(std::holds_alternative<LaunchFailure>(below.launch(testChild, arguments)));
+  EXPECT_TRUE(std::holds_alternative<LaunchFailure>(below.launch("usr/bin/tool", arguments)))
+      << "no path from the root on";
 }
 
 }  // namespace

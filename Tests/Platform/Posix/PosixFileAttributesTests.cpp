@@ -63,6 +63,15 @@ TEST_F(PosixFileAttributesTests, ALinkToASetUserToolIsNotOneItself) {
   EXPECT_EQ(record->permissions.value_or(0) & 04000U, 0U);
 }
 
+TEST_F(PosixFileAttributesTests, PathsAreLookedUpBelowTheRootWhenThereIsOne) {
+  static_cast<void>(toolWithMode(0700));
+  PosixFileAttributes below{tree.root()};
+  EXPECT_TRUE(below.fileExists("/tool"));
+  EXPECT_TRUE(below.isExecutable("/tool"));
+  EXPECT_EQ(below.attributes("/tool")->permissions, 0700U);
+  EXPECT_FALSE(below.fileExists(tree.path("tool")));
+}
+
 TEST_F(PosixFileAttributesTests, ALinkToNothingDoesNotExist) {
   std::filesystem::create_symlink(tree.path("nothing"), tree.path("link"));
   EXPECT_FALSE(files.fileExists(tree.path("link")));
