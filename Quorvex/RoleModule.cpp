@@ -5,12 +5,14 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "ModulePath.h"
+
 namespace quorvex {
 
 int runRoleModule(const char* moduleName, int argumentCount, char** arguments) {
   using EntryPoint = int (*)(int, char**);
-  // The executable's run path names its own folder. The module stays loaded to the end.
-  void* module = dlopen(moduleName, RTLD_NOW | RTLD_LOCAL);
+  // The module stays loaded to the end.
+  void* module = dlopen(modulePath(moduleName).c_str(), RTLD_NOW | RTLD_LOCAL);
   void* symbol = module != nullptr ? dlsym(module, roleEntryPoint) : nullptr;
   if (symbol == nullptr) {
     const char* reason = dlerror();
