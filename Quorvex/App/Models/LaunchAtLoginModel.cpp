@@ -1,0 +1,27 @@
+#include "LaunchAtLoginModel.h"
+
+#include "ShownControls.h"
+
+namespace quorvex {
+
+LaunchAtLoginModel::LaunchAtLoginModel(LoginItem& loginItem, bool showsStatus, QObject* parent)
+    : LiveModel(parent), loginItem_(&loginItem), showsStatus_(showsStatus) {
+  refresh();
+  // The system's own settings may have changed it since it was last seen.
+  schedule();
+}
+
+void LaunchAtLoginModel::setEnabled(bool isEnabled) {
+  errorMessage_ = isEnabled ? loginItem_->registerItem() : loginItem_->unregisterItem();
+  refresh();
+  // A switch that the user has moved springs back to the true status.
+  emit contentChanged();
+}
+
+QVariantMap LaunchAtLoginModel::makeContent() {
+  return shownMap(launchAtLoginToggle(loginItem_->status(),
+                                      launchAtLoginTitle, showsStatus_,
+                                      errorMessage_));
+}
+
+}  // namespace quorvex

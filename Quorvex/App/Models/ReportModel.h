@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QPointer>
+
+#include <map>
+#include <optional>
+
+#include "LiveModel.h"
+#include "QuorvexApp.h"
+#include "SessionReader.h"
+#include "TracePlot.h"
+
+namespace quorvex {
+
+/// The report of one session, read on a worker. While it is read, `isLoading` says so and the
+/// content is empty; else it is the rules' report, with `traces` made for pointing at. Main thread.
+class ReportModel : public LiveModel {
+  Q_OBJECT
+  Q_PROPERTY(bool isLoading READ isLoading NOTIFY loadingChanged)
+  Q_PROPERTY(bool hasReport READ hasReport NOTIFY contentChanged)
+
+ public:
+  using SessionPointer = SessionReader::SessionPointer;
+
+  /// The app outlives the model.
+  explicit ReportModel(QuorvexApp& app, QObject* parent = nullptr);
+
+  /// Shows the session's report; nothing for null. The report of a session that has ended is read
+  /// once; that of an active one each time.
+  void setSession(SessionPointer session);
+  [[nodiscard]] const SessionPointer& session() const { return session_; }
+
+  [[nodiscard]] bool isLoading() const { return isLoading_; }
+  [[nodiscard]] bool hasReport() const { return report_.has_value(); }
+  [[nodiscard]] const std::optional<PowerSessionReport>& report() const { return report_; }
+
+  /// What stands at a place of a trace, 0 to 1 from left to right: `position`, `text`, and `heights`
+  /// of its lines. Empty without values.
+  Q_INVOKABLE QVariantMap readout(int trace, double position) const;
+
+ signals:
+  void loadingChanged();
+
+ protected:
+  QVariantMap makeContent() override;
+
+ private:
+  static asio::awaitable<void> load(SessionReader reader, QPointer<ReportModel> self,
+                                    SessionPointer session);
+  void show(std::optional<PowerSessionReport> report);
+  void setLoading(bool isLoading);
+
+  QuorvexApp* app_;
+  SessionReader reader_;
+  SessionPointer session_;
+  std::optional<PowerSessionReport> report_;
+  std::map<UUID, PowerSessionReport> finished_;  ///< reports that do not change any more
+  std::vector<TracePlot> traces_;
+  bool isLoading_ = false;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,69 @@
+import QtQuick
+import QtQuick.Layouts
+
+// What speaks against taking the figures at their face.
+Card {
+    id: card
+
+    property var flags
+    readonly property var overhead: flags?.overhead ?? null
+
+    visible: !!flags
+    heading: flags?.heading ?? ""
+
+    RowLayout {
+        visible: !!card.overhead
+        spacing: Theme.large
+
+        TextLine {
+            Layout.fillWidth: true
+            text: card.overhead?.text.text ?? ""
+            tone: card.overhead?.text.color ?? "orange"
+        }
+        Figures {
+            text: card.overhead?.fractionText ?? ""
+            tone: card.overhead?.text.color ?? "orange"
+        }
+    }
+    TextLine {
+        Layout.fillWidth: true
+        visible: text !== ""
+        text: card.overhead?.note ?? ""
+        font: Theme.caption
+        tone: "secondary"
+        wrapMode: Text.Wrap
+    }
+    Repeater {
+        model: card.flags?.checks ?? []
+
+        ColumnLayout {
+            id: check
+
+            required property var modelData
+
+            Layout.fillWidth: true
+            spacing: 1
+
+            RowLayout {
+                spacing: Theme.large
+
+                TextLine {
+                    Layout.fillWidth: true
+                    text: check.modelData.code
+                    font: Theme.bodyStrong
+                    tone: check.modelData.color
+                }
+                Figures {
+                    text: check.modelData.samplesText
+                    font: Theme.caption
+                    tone: "secondary"
+                }
+            }
+            TextLine {
+                Layout.fillWidth: true
+                text: check.modelData.message
+                wrapMode: Text.Wrap
+            }
+        }
+    }
+}

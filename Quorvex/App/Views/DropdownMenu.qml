@@ -1,0 +1,46 @@
+import QtQuick
+import QtQuick.Layouts
+
+// The ways out of the dropdown.
+ColumnLayout {
+    id: panel
+
+    required property var menu
+    required property var commands
+
+    spacing: Theme.medium
+
+    Rectangle {
+        Layout.fillWidth: true
+        implicitHeight: 1
+        color: Theme.line
+    }
+    RowLayout {
+        spacing: Theme.medium
+
+        MenuButton {
+            Layout.fillWidth: true
+            isProminent: true
+            entry: panel.menu.openDashboard
+            onClicked: panel.commands.openDashboard()
+        }
+        MenuButton {
+            entry: panel.menu.settings
+            onClicked: panel.commands.openSettings()
+        }
+    }
+    RowLayout {
+        spacing: Theme.medium
+
+        MenuButton {
+            Layout.fillWidth: true
+            entry: panel.menu.copyJSONReport
+            onClicked: panel.commands.copyJSONReport()
+        }
+        MenuButton {
+            Layout.fillWidth: true
+            entry: panel.menu.quit
+            onClicked: panel.commands.quit()
+        }
+    }
+}

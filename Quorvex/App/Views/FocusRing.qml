@@ -1,0 +1,14 @@
+import QtQuick
+
+// Shows where the keyboard is.
+Rectangle {
+    required property Item target
+
+    anchors.fill: parent
+    anchors.margins: -3
+    visible: target.visualFocus === undefined ? target.activeFocus : target.visualFocus
+    color: "transparent"
+    radius: (parent.radius ?? 0) + 3
+    border.width: 2
+    border.color: Theme.accent
+}

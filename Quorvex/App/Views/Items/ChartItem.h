@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QQuickPaintedItem>
+#include <QVariantList>
+#include <QVariantMap>
+
+namespace quorvex {
+
+/// Lines over a common ground, drawn from values that are already placed: 0 to 1 from left to right
+/// and from bottom to top. Each series is a map of `color` (a name among `colors`) and `runs` (lists
+/// of points; a line does not cross from one to the next). Main thread.
+class ChartItem : public QQuickPaintedItem {
+  Q_OBJECT
+  Q_PROPERTY(QVariantList series READ series WRITE setSeries NOTIFY seriesChanged)
+  Q_PROPERTY(QVariantMap colors READ colors WRITE setColors NOTIFY colorsChanged)
+  Q_PROPERTY(double lineWidth READ lineWidth WRITE setLineWidth NOTIFY lineWidthChanged)
+  /// Whether the ground below a line is tinted.
+  Q_PROPERTY(bool isFilled READ isFilled WRITE setFilled NOTIFY filledChanged)
+
+ public:
+  explicit ChartItem(QQuickItem* parent = nullptr);
+
+  [[nodiscard]] const QVariantList& series() const { return series_; }
+  [[nodiscard]] const QVariantMap& colors() const { return colors_; }
+  [[nodiscard]] double lineWidth() const { return lineWidth_; }
+  [[nodiscard]] bool isFilled() const { return isFilled_; }
+  void setSeries(const QVariantList& series);
+  void setColors(const QVariantMap& colors);
+  void setLineWidth(double width);
+  void setFilled(bool isFilled);
+
+  void paint(QPainter* painter) override;
+
+ signals:
+  void seriesChanged();
+  void colorsChanged();
+  void lineWidthChanged();
+  void filledChanged();
+
+ private:
+  QVariantList series_;
+  QVariantMap colors_;
+  double lineWidth_ = 1.5;
+  bool isFilled_ = true;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,89 @@
+import QtQuick
+import QtQuick.Layouts
+
+// The best single wattage, how it splits into components, and how far to trust it.
+Card {
+    id: card
+
+    required property var live
+    required property var content
+    readonly property var breakdown: content.breakdown
+
+    RowLayout {
+        spacing: Theme.large
+
+        Figures {
+            text: card.breakdown.total.text
+            font: Theme.headline
+            tone: card.breakdown.total.color
+        }
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 1
+
+            TextLine {
+                Layout.fillWidth: true
+                text: card.breakdown.title
+                font: Theme.bodyStrong
+            }
+            TextLine {
+                Layout.fillWidth: true
+                text: card.breakdown.summary
+                font: Theme.caption
+                tone: "secondary"
+            }
+        }
+    }
+    PowerBar {
+        Layout.fillWidth: true
+        visible: !!card.breakdown.bar
+        fraction: card.breakdown.bar?.fraction ?? 0
+        tone: card.breakdown.bar?.tint ?? "green"
+        description: card.breakdown.bar?.accessibilityText ?? ""
+    }
+    Sparkline {
+        Layout.fillWidth: true
+        visible: !!card.breakdown.history
+        label: card.breakdown.history?.label ?? ""
+        series: card.breakdown.history?.lines ?? []
+    }
+    Repeater {
+        model: card.live.list("components")
+
+        PowerBar {
+            required label
+            required value
+            required fraction
+            required property string tint
+            required property string accessibilityText
+
+            Layout.fillWidth: true
+            tone: tint
+            description: accessibilityText
+        }
+    }
+    RowLayout {
+        visible: card.breakdown.unavailableText !== ""
+        spacing: 6
+
+        SymbolIcon {
+            implicitWidth: 14
+            name: card.breakdown.unavailableSymbol
+        }
+        TextLine {
+            Layout.fillWidth: true
+            text: card.breakdown.unavailableText
+            tone: "secondary"
+            wrapMode: Text.Wrap
+        }
+    }
+    Loader {
+        Layout.fillWidth: true
+        active: !!card.content.advanced
+        visible: active
+        sourceComponent: AdvancedMetricsSection {
+            live: card.live
+            metrics: card.content.advanced ?? null
+        }
+    }
+}

@@ -1,0 +1,35 @@
+import QtQuick
+import QtQuick.Layouts
+
+// A rate or a count of bytes with its direction.
+RowLayout {
+    id: figure
+
+    property var rate
+    property bool isSmall: false
+
+    Layout.fillWidth: !isSmall
+    Layout.preferredWidth: isSmall ? implicitWidth : 1
+    spacing: 6
+
+    SymbolIcon {
+        implicitWidth: figure.isSmall ? 12 : 16
+        name: figure.rate.symbol
+        description: figure.isSmall ? figure.rate.label : ""
+    }
+    ColumnLayout {
+        Layout.fillWidth: !figure.isSmall
+        spacing: 0
+
+        Figures {
+            text: figure.rate.text
+            font: figure.isSmall ? Theme.body : Theme.title
+        }
+        TextLine {
+            visible: !figure.isSmall
+            text: figure.rate.label
+            font: Theme.caption
+            tone: "secondary"
+        }
+    }
+}

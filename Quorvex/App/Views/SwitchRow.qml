@@ -1,0 +1,64 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+
+// A setting that is on or off: its name at the left, the switch at the right.
+T.AbstractButton {
+    id: control
+
+    property string symbol: ""
+    property string help: ""
+    property bool isSmall: false
+
+    checkable: true
+    implicitHeight: isSmall ? 5 * Theme.unit : Theme.controlHeight
+    implicitWidth: row.implicitWidth
+    opacity: enabled ? 1 : 0.45
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.CheckBox
+    Accessible.name: text
+    Accessible.description: help
+    Accessible.checkable: true
+    Accessible.checked: checked
+
+    contentItem: RowLayout {
+        id: row
+
+        spacing: control.isSmall ? 6 : Theme.medium
+
+        SymbolIcon {
+            visible: control.symbol !== ""
+            implicitWidth: control.isSmall ? 12 : 16
+            name: control.symbol
+        }
+        Text {
+            Layout.fillWidth: true
+            text: control.text
+            font: control.isSmall ? Theme.caption : Theme.body
+            color: Theme.primary
+            elide: Text.ElideRight
+            textFormat: Text.PlainText
+            Accessible.ignored: true
+        }
+        Rectangle {
+            implicitWidth: control.isSmall ? 26 : 32
+            implicitHeight: control.isSmall ? 15 : 18
+            radius: height / 2
+            color: control.checked ? Theme.accent : Theme.controlPressed
+
+            Rectangle {
+                x: control.checked ? parent.width - width - 2 : 2
+                y: 2
+                width: parent.height - 4
+                height: width
+                radius: width / 2
+                color: "#ffffff"
+
+                Behavior on x { NumberAnimation { duration: 120; easing.type: Easing.OutCubic } }
+            }
+            FocusRing { target: control }
+        }
+    }
+
+    HelpTip { text: control.help }
+}

@@ -1,0 +1,48 @@
+import QtQuick
+import QtQuick.Layouts
+
+// What each channel means and how far to trust it.
+Card {
+    id: card
+
+    required property var notes
+
+    heading: notes.heading
+    spacing: 3 * Theme.unit
+
+    Repeater {
+        model: card.notes.notes
+
+        ColumnLayout {
+            id: note
+
+            required property var modelData
+
+            Layout.fillWidth: true
+            spacing: 2
+
+            RowLayout {
+                TextLine {
+                    Layout.fillWidth: true
+                    text: note.modelData.channel
+                    font: Theme.bodyStrong
+                }
+                Badge {
+                    text: note.modelData.trustLevel
+                }
+            }
+            TextLine {
+                Layout.fillWidth: true
+                text: note.modelData.meaning
+                wrapMode: Text.Wrap
+            }
+            TextLine {
+                Layout.fillWidth: true
+                text: note.modelData.caution
+                font: Theme.caption
+                tone: "secondary"
+                wrapMode: Text.Wrap
+            }
+        }
+    }
+}

@@ -1,0 +1,61 @@
+pragma Singleton
+import QtQuick
+import Quorvex.Items
+
+// The one place of sizes, type and colours.
+QtObject {
+    readonly property bool isDark: SystemAppearance.isDark
+
+    // Spacing is counted in this unit.
+    readonly property int unit: 4
+    readonly property int small: unit
+    readonly property int medium: 2 * unit
+    readonly property int large: 4 * unit
+    readonly property int huge: 6 * unit
+    readonly property int radius: 2 * unit
+    readonly property int controlHeight: 7 * unit
+
+    // A missing family gives way to the system's own.
+    readonly property string family: Qt.platform.os === "osx" ? Qt.application.font.family : "Inter"
+    readonly property font caption: Qt.font({ family: family, pixelSize: 11 })
+    readonly property font captionStrong: Qt.font({ family: family, pixelSize: 11, weight: Font.DemiBold })
+    readonly property font body: Qt.font({ family: family, pixelSize: 13 })
+    readonly property font bodyStrong: Qt.font({ family: family, pixelSize: 13, weight: Font.DemiBold })
+    readonly property font title: Qt.font({ family: family, pixelSize: 15, weight: Font.DemiBold })
+    readonly property font headline: Qt.font({ family: family, pixelSize: 20, weight: Font.DemiBold })
+    readonly property font hero: Qt.font({ family: family, pixelSize: 44, weight: Font.DemiBold, letterSpacing: -1 })
+
+    readonly property color window: isDark ? "#1b1b1d" : "#f4f4f6"
+    readonly property color card: isDark ? "#28282b" : "#ffffff"
+    readonly property color field: isDark ? "#1f1f22" : "#ffffff"
+    readonly property color control: isDark ? "#3a3a3e" : "#e9e9ed"
+    readonly property color controlHover: isDark ? "#444449" : "#e0e0e5"
+    readonly property color controlPressed: isDark ? "#4f4f55" : "#d3d3da"
+    readonly property color line: isDark ? "#3b3b3f" : "#e1e1e6"
+    readonly property color track: isDark ? "#3b3b3f" : "#e6e6eb"
+    readonly property color primary: isDark ? "#f3f3f5" : "#1c1c1f"
+    readonly property color secondary: isDark ? "#a4a4ab" : "#66666d"
+    readonly property color accent: isDark ? "#4c9dff" : "#0a64d6"
+    readonly property color accentText: isDark ? "#0b1420" : "#ffffff"
+
+    // The colours that the rules name by what they mean.
+    readonly property var named: ({
+        primary: primary,
+        secondary: secondary,
+        green: isDark ? Qt.color("#3ecf62") : Qt.color("#1e8a3c"),
+        yellow: isDark ? Qt.color("#f5c542") : Qt.color("#a87400"),
+        orange: isDark ? Qt.color("#ff9f2e") : Qt.color("#c95200"),
+        red: isDark ? Qt.color("#ff6b62") : Qt.color("#cf1f2b"),
+        blue: isDark ? Qt.color("#5aa9ff") : Qt.color("#0a64d6"),
+        mint: isDark ? Qt.color("#5fe0d3") : Qt.color("#00857c")
+    })
+
+    // The same for symbols, which may be brighter than letters.
+    readonly property var symbols: Object.assign({}, named, {
+        yellow: isDark ? named.yellow : Qt.color("#e0a100")
+    })
+
+    function tinted(color, opacity) {
+        return Qt.rgba(color.r, color.g, color.b, opacity)
+    }
+}
