@@ -16,14 +16,9 @@ extern "C" __attribute__((visibility("default"))) int quorvex_run_role(int argum
                                                                        char** arguments) {
   using namespace quorvex;
   StandardOutput output;
-  const bool hasArguments = argumentCount >= 2;
-  auto selected = selectMachine(hasArguments ? PacePolicy::asRecorded : PacePolicy::realOnly);
+  auto selected = selectMachine(PacePolicy::asRecorded);
   if (const auto* error = std::get_if<MachineSelectionError>(&selected)) {
     output.printError(error->message);
-    return EXIT_FAILURE;
-  }
-  if (!hasArguments) {
-    output.printError("This build has no menu-bar app yet. Try: quorvex status");
     return EXIT_FAILURE;
   }
   std::vector<std::string> words;

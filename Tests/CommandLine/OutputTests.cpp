@@ -147,9 +147,15 @@ TEST(StandardOutputDeathTest, ProgressIsShownOnTerminalsOnly) {
   output.showProgress("whole");
   output.showProgress("");
   output.showProgress("");
-  std::string written(256, '\0');
-  const ssize_t count = read(terminal, written.data(), written.size());
-  written.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+  // With its last end closed, the terminal gives all that is left and then an error.
+  close(STDERR_FILENO);
+  close(program);
+  std::string written;
+  char buffer[256];
+  ssize_t count = 0;
+  while ((count = read(terminal, buffer, sizeof buffer)) > 0) {
+    written.append(buffer, static_cast<std::size_t>(count));
+  }
   std::ranges::replace(written, '\x1b', '^');
   std::ranges::replace(written, '\r', '<');
   static_cast<void>(!write(realError, written.data(), written.size()));

@@ -139,19 +139,6 @@ TEST(MachineSelection, APaceThatIsNoneIsRefused) {
   EXPECT_EQ(result.exitStatus, 1);
 }
 
-TEST(AppRole, IsNotPartOfThisBuild) {
-  const ProcessResult result = programOn("nothing").run({});
-  EXPECT_EQ(result.output, "");
-  EXPECT_EQ(result.error, "Error: This build has no menu-bar app yet. Try: quorvex status\n");
-  EXPECT_EQ(result.exitStatus, 1);
-}
-
-TEST(AppRole, ChecksTheMachineFileFirst) {
-  const ProcessResult result = programOn("misspelt").run({});
-  EXPECT_THAT(result.error, HasSubstr("$.frames[0].registery"));
-  EXPECT_EQ(result.exitStatus, 1);
-}
-
 /// A copy of the executable alone, without the modules that lie beside it.
 class LonelyExecutable : public ::testing::Test {
  protected:
