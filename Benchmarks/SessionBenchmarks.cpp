@@ -88,12 +88,20 @@ std::vector<ProcessActivityInfo> generatedProcesses(std::size_t second) {
   return rows;
 }
 
-void append(PowerSessionStore& store, PowerSession& session, std::size_t second) {
+/// What one poll gave.
+struct Poll {
+  SystemPowerState state;
+  std::vector<ProcessActivityInfo> processes;
+};
+
+Poll generatedPoll(std::size_t second) {
   const bool withProcesses = second % 5 == 0;
-  static_cast<void>(valueOf(store.appendSample(
-      session, benchmarks::generatedState(second, withProcesses),
-      withProcesses ? generatedProcesses(second) : std::vector<ProcessActivityInfo>{},
-      std::nullopt)));
+  return {benchmarks::generatedState(second, withProcesses),
+          withProcesses ? generatedProcesses(second) : std::vector<ProcessActivityInfo>{}};
+}
+
+void append(PowerSessionStore& store, PowerSession& session, const Poll& poll) {
+  static_cast<void>(valueOf(store.appendSample(session, poll.state, poll.processes, std::nullopt)));
 }
 
 /// A store of `sessions` sessions that share the samples of a day.
@@ -105,7 +113,7 @@ void fill(const fs::path& file, std::size_t sessions) {
     const auto session =
         valueOf(store->startSession(fmt::format("Run {}", i), PowerSessionSource::cli, 1.0, start));
     for (std::size_t n = 0; n < daySamples / sessions; ++n) {
-      append(*store, *session, second++);
+      append(*store, *session, generatedPoll(second++));
     }
     check(store->stopSession(*session, benchmarks::generatedState(second, false).timestamp));
   }
@@ -116,7 +124,7 @@ void fillTen(const fs::path& file) {
   const auto session = valueOf(store->startSession("Ten", PowerSessionSource::cli, 1.0,
                                                    benchmarks::generatedState(0, false).timestamp));
   for (std::size_t second = 0; second < 10; ++second) {
-    append(*store, *session, second);
+    append(*store, *session, generatedPoll(second));
   }
 }
 
@@ -273,9 +281,13 @@ void compareAppending(const fs::path& folder, int rounds) {
         bare.append(sample, static_cast<std::int64_t>(second));
       }
     });
+    std::vector<Poll> polls;
+    for (std::size_t n = 0; n < batch; ++n) {
+      polls.push_back(generatedPoll(second++));
+    }
     const Cost cost = costOf([&] {
-      for (std::size_t n = 0; n < batch; ++n) {
-        append(*store, *session, second++);
+      for (const Poll& poll : polls) {
+        append(*store, *session, poll);
       }
     });
     rates.push_back(bareCost.wall / cost.wall);
