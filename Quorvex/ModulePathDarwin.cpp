@@ -1,9 +1,9 @@
-#include "ModulePath.h"
-
 #include <mach-o/dyld.h>
 #include <stdlib.h>
 
 #include <cstdint>
+
+#include "ModulePath.h"
 
 namespace quorvex {
 

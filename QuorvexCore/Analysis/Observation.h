@@ -101,7 +101,7 @@ struct Observation {
   /// the first present of energy impact, CPU time and wakeups. Otherwise they are the rows of the
   /// process activity, by impact score.
   bool hasProTelemetry = false;
-  Date proTelemetrySampledAt{};  ///< time of that snapshot; says nothing without one
+  Date proTelemetrySampledAt{};                ///< time of that snapshot; says nothing without one
   std::span<const ObservedProcess> processes;  ///< in stored order, scores above 0 only
 
   /// The snapshot's battery percentage, else the column.
