@@ -3,12 +3,12 @@
 # OUTPUT      the bundle's path; what is there is replaced
 # VERSION     of the program
 # TEMPLATE    Info.plist with its version left open
-# EXECUTABLE  `quorvex`; COMMAND_LINE and APP: the modules that it loads from its own folder
+# EXECUTABLE  `quorvex`; COMMAND_LINE, APP and WINDOWS: the modules that it loads from its own folder
 # HELPER      the root-owned tool that the app installs
 # ICON        the .icns file
 # DEPLOY      optional: Qt's macdeployqt, which copies Qt into the bundle; QML: the folder of the views
 # SIGN        optional: the identity that codesign signs with, "-" for none of anybody's
-foreach(name OUTPUT VERSION TEMPLATE EXECUTABLE COMMAND_LINE APP HELPER ICON)
+foreach(name OUTPUT VERSION TEMPLATE EXECUTABLE COMMAND_LINE APP WINDOWS HELPER ICON)
   if(NOT ${name})
     message(FATAL_ERROR "MakeBundle needs -D ${name}=…")
   endif()
@@ -25,12 +25,12 @@ set(QUORVEX_VERSION "${VERSION}")
 configure_file("${TEMPLATE}" "${contents}/Info.plist" @ONLY)
 file(WRITE "${contents}/PkgInfo" "APPL????")
 # The command line finds its modules beside itself, through any symbolic link to it.
-file(COPY "${EXECUTABLE}" "${COMMAND_LINE}" "${APP}" DESTINATION "${contents}/MacOS")
+file(COPY "${EXECUTABLE}" "${COMMAND_LINE}" "${APP}" "${WINDOWS}" DESTINATION "${contents}/MacOS")
 file(COPY "${HELPER}" DESTINATION "${contents}/Resources")
 file(COPY_FILE "${ICON}" "${contents}/Resources/AppIcon.icns")
 
 set(module_paths "")
-foreach(module "${COMMAND_LINE}" "${APP}")
+foreach(module "${COMMAND_LINE}" "${APP}" "${WINDOWS}")
   get_filename_component(name "${module}" NAME)
   list(APPEND module_paths "${contents}/MacOS/${name}")
 endforeach()

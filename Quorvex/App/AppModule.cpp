@@ -16,6 +16,5 @@ extern "C" __attribute__((visibility("default"))) int quorvex_run_role(int argum
     StandardOutput{}.printError(error->message);
     return EXIT_FAILURE;
   }
-  return runApplication(argumentCount, arguments,
-                        *std::get<std::unique_ptr<Machine>>(selected));
+  return runApplication(argumentCount, arguments, *std::get<std::unique_ptr<Machine>>(selected));
 }

@@ -22,12 +22,11 @@ QuorvexApp::QuorvexApp(Machine& machine, const AsyncContext& context)
     : machine_(&machine),
       context_(context),
       defaults_(machine.userDefaults()),
-      engine_(MetricsEngine::make(machine, context,
-                                  normalisedRefreshInterval(defaults_.refreshInterval()),
-                                  historyLimit)) {
+      engine_(MetricsEngine::make(
+          machine, context, normalisedRefreshInterval(defaults_.refreshInterval()), historyLimit)) {
   engine_->setLowImpactMode(defaults_.lowImpactMode());
-  sessionRecorder_ = PowerSessionRecorder::make(openStore(), machine,
-                                                context.workers, processSampleInterval);
+  sessionRecorder_ =
+      PowerSessionRecorder::make(openStore(), machine, context.workers, processSampleInterval);
   sessionRecordingCoordinator_ = SessionRecordingCoordinator::make(
       engine_, sessionRecorder_, machine, context, proTelemetrySampleInterval);
 }
@@ -35,8 +34,8 @@ QuorvexApp::QuorvexApp(Machine& machine, const AsyncContext& context)
 std::shared_ptr<PowerSessionStore> QuorvexApp::openStore() {
   Clock& clock = machine_->clock();
   const auto file = PowerSessionStore::defaultStoreURL();
-  auto onDisk = PowerSessionStore::open(
-      {.appVersion = AppVersion::shortText, .storeURL = file}, clock);
+  auto onDisk =
+      PowerSessionStore::open({.appVersion = AppVersion::shortText, .storeURL = file}, clock);
   if (onDisk) {
     storeFile_ = file;
     return std::move(*onDisk);

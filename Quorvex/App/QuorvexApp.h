@@ -29,9 +29,7 @@ class QuorvexApp {
   [[nodiscard]] const AsyncContext& context() const { return context_; }
   [[nodiscard]] DefaultsModel& defaults() { return defaults_; }
   /// The file of the session store; absent when sessions end with the process.
-  [[nodiscard]] const std::optional<std::filesystem::path>& storeFile() const {
-    return storeFile_;
-  }
+  [[nodiscard]] const std::optional<std::filesystem::path>& storeFile() const { return storeFile_; }
   [[nodiscard]] MetricsEngine& engine() const { return *engine_; }
   [[nodiscard]] PowerSessionRecorder& sessionRecorder() const { return *sessionRecorder_; }
   [[nodiscard]] SessionRecordingCoordinator& sessionRecordingCoordinator() const {

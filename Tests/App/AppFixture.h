@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-
 #include <cstdlib>
 #include <memory>
 #include <string>

@@ -1,10 +1,11 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QElapsedTimer>
 #include <QPalette>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTimer>
-
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <variant>
@@ -27,8 +28,7 @@ int complaints = 0;
 void countComplaints(QtMsgType type, const QMessageLogContext&, const QString& message) {
   static_cast<void>(std::fprintf(stderr, "%s\n", qPrintable(message)));
   // The off-screen platform has no window manager to talk to.
-  const bool isOfPlatform = 
-      message.startsWith(QStringLiteral("This plugin does not support"));
+  const bool isOfPlatform = message.startsWith(QStringLiteral("This plugin does not support"));
   if (type != QtDebugMsg && type != QtInfoMsg && !isOfPlatform) {
     ++complaints;
   }
@@ -53,6 +53,28 @@ QQuickItem* scrollingItem(QQuickItem* item) {
   }
   return nullptr;
 }
+
+/// Tells at its end how long the event loop stood still at the longest.
+class LongestPause {
+ public:
+  LongestPause() {
+    last_.start();
+    QObject::connect(&timer_, &QTimer::timeout, &timer_,
+                     [this] { longest_ = std::max(longest_, last_.restart()); });
+    timer_.start(1);
+  }
+  LongestPause(const LongestPause&) = delete;
+  LongestPause& operator=(const LongestPause&) = delete;
+  ~LongestPause() {
+    static_cast<void>(std::fprintf(stderr, "longest pause of the event loop: %lld ms\n",
+                                   static_cast<long long>(longest_)));
+  }
+
+ private:
+  QElapsedTimer last_;
+  QTimer timer_;
+  qint64 longest_ = 0;
+};
 
 struct Order {
   Scene scene = Scene::dropdown;
@@ -89,7 +111,7 @@ int take(QQuickWindow& window, const Order& order) {
       page->setProperty("contentY", order.scroll);
     }
   }
-  const bool isSaved = window.grabWindow().save(order.file);
+  const bool isSaved = window.grabWindow().save(order.file, "PNG", 0);
   return isSaved && complaints == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
@@ -120,12 +142,22 @@ int run(int argumentCount, char** arguments) {
   app.defaults().setRefreshInterval(0.5);
   Shell shell(app);
   const Order order = orderOf(options);
-  shell.windows().open(order.scene);
-  QQuickWindow* window = shell.windows().window(order.scene);
+  QElapsedTimer sinceClick;
+  sinceClick.start();
+  shell.windows()->open(order.scene);
+  QQuickWindow* window = shell.windows()->window(order.scene);
+  QObject::connect(
+      window, &QQuickWindow::frameSwapped, window,
+      [&sinceClick] {
+        static_cast<void>(std::fprintf(stderr, "first frame after %lld ms\n",
+                                       static_cast<long long>(sinceClick.elapsed())));
+      },
+      Qt::SingleShotConnection);
   arrange(*window, order);
   if (options.isSet(QStringLiteral("record"))) {
     shell.commands().startSession(QStringLiteral("Video call"));
   }
+  LongestPause pause;
   int status = EXIT_FAILURE;
   QTimer::singleShot(options.value(QStringLiteral("wait")).toInt() * 1000, &application, [&] {
     status = take(*window, order);

@@ -3,13 +3,13 @@
 
 #include <QFile>
 #include <QSignalSpy>
-
 #include <memory>
 
 #include "AppFixture.h"
 #include "DashboardModel.h"
 
-// The dashboard's models: sections of the moment, sessions, their report and export, the helper tool.
+// The dashboard's models: sections of the moment, sessions, their report and export, the helper
+// tool.
 
 namespace quorvex {
 namespace {
@@ -26,13 +26,13 @@ class DashboardModelTest : public testing::AppTest {
   ~DashboardModelTest() override { dashboard.reset(); }
 
   void makeDashboard() {
-    dashboard = std::make_unique<DashboardModel>(
-        *app, *commands, [this](const SaveRequest& request, auto chosen) {
-          request_ = request;
-          if (!saveTo.isEmpty()) {
-            chosen(saveTo);
-          }
-        });
+    dashboard = std::make_unique<DashboardModel>(*app, *commands,
+                                                 [this](const SaveRequest& request, auto chosen) {
+                                                   request_ = request;
+                                                   if (!saveTo.isEmpty()) {
+                                                     chosen(saveTo);
+                                                   }
+                                                 });
     dashboard->setShown(true);
     settle();
   }
@@ -73,8 +73,13 @@ TEST_F(DashboardModelTest, TheLiveTabShowsItsSectionsInOrder) {
             (QStringList{QStringLiteral("proTelemetry"), QStringLiteral("measurementSessions"),
                          QStringLiteral("battery"), QStringLiteral("powerBreakdown"),
                          QStringLiteral("thermal")}));
-  EXPECT_EQ(dashboard->live()->content().value(QStringLiteral("breakdown")).toMap()
-                .value(QStringLiteral("total")).toMap().value(QStringLiteral("text")),
+  EXPECT_EQ(dashboard->live()
+                ->content()
+                .value(QStringLiteral("breakdown"))
+                .toMap()
+                .value(QStringLiteral("total"))
+                .toMap()
+                .value(QStringLiteral("text")),
             QStringLiteral("18.0W"));
 }
 
@@ -95,8 +100,7 @@ TEST_F(DashboardModelTest, ASessionIsRecordedStoppedAndFoundInTheHistory) {
   EXPECT_EQ(selectedTitle(), QStringLiteral("Idle test"));
   EXPECT_TRUE(history().report()->hasReport());
   EXPECT_FALSE(history().report()->isLoading());
-  const QVariantMap header =
-      history().report()->content().value(QStringLiteral("header")).toMap();
+  const QVariantMap header = history().report()->content().value(QStringLiteral("header")).toMap();
   EXPECT_EQ(header.value(QStringLiteral("title")), QStringLiteral("Idle test"));
 }
 

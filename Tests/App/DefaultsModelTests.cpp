@@ -21,9 +21,8 @@ class DefaultsModelTest : public ::testing::Test {
 
 TEST_F(DefaultsModelTest, AUserWhoNeverSetAnythingHasTheDefaults) {
   EXPECT_EQ(model.refreshInterval(), 2.0);
-  EXPECT_TRUE(model.showBattery() && model.showPower() && model.showThermal() &&
-              model.showFans() && model.showSensors() && model.showNetwork() &&
-              model.showTemperatureHighlights());
+  EXPECT_TRUE(model.showBattery() && model.showPower() && model.showThermal() && model.showFans() &&
+              model.showSensors() && model.showNetwork() && model.showTemperatureHighlights());
   EXPECT_FALSE(model.useFahrenheit() || model.lowImpactMode() || model.showAdvancedMetrics() ||
                model.proTelemetryEnabled());
   EXPECT_EQ(model.menuGraphMode(), QStringLiteral("power"));

@@ -20,7 +20,9 @@ class ModelTest : public testing::AppTest {
   ModelTest() { startApp(); }
 
   static QString text(const QVariantMap& content, const char* part, const char* name) {
-    return content.value(QString::fromLatin1(part)).toMap().value(QString::fromLatin1(name))
+    return content.value(QString::fromLatin1(part))
+        .toMap()
+        .value(QString::fromLatin1(name))
         .toString();
   }
 };

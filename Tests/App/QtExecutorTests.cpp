@@ -1,12 +1,10 @@
+#include <asio/any_io_executor.hpp>
+#include <asio/post.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <asio/any_io_executor.hpp>
-#include <asio/post.hpp>
-
 #include <QCoreApplication>
 #include <QThread>
-
 #include <memory>
 #include <thread>
 #include <vector>

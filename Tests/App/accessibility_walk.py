@@ -13,7 +13,7 @@ import time
 import pyatspi
 
 LONGEST_WAIT = 40.0  # seconds; only a failing walk waits that long
-SESSION = "Accessibility walk"
+SESSION = "Power Session"  # how an automatic title begins
 
 # Containers that only arrange what is in them need no name.
 ARRANGING = {
@@ -66,8 +66,9 @@ def nodes(root):
         stack.extend((child, depth + 1) for child in reversed(children))
 
 
-def is_showing(node):
-    return node.getState().contains(pyatspi.STATE_SHOWING)
+def is_visible(node):
+    """Also what has scrolled out of sight: a screen reader reaches it."""
+    return node.getState().contains(pyatspi.STATE_VISIBLE)
 
 
 def text_of(node):
@@ -79,7 +80,7 @@ def text_of(node):
 
 def find_node(app, role, name, starts=False):
     for node, _ in nodes(app):
-        if node.getRole() == role and is_showing(node):
+        if node.getRole() == role and is_visible(node):
             if node.name == name or (starts and node.name.startswith(name)):
                 return node
     return None
@@ -91,8 +92,8 @@ def press(app, name, starts=False, role=pyatspi.ROLE_PUSH_BUTTON):
     names = [action.getName(i).lower() for i in range(action.nActions)]
     for wanted in ("press", "toggle", "click"):
         if wanted in names:
+            print(f"pressing {node.name!r}")
             action.doAction(names.index(wanted))
-            print(f"pressed {node.name!r}")
             return
     raise Missing(f"an action of {name!r}: it has {names}")
 
@@ -104,7 +105,7 @@ def check_tree(app, title):
     faults = []
     spoken = 0
     for node, depth in nodes(window):
-        if not is_showing(node):
+        if not is_visible(node):
             continue
         role = node.getRole()
         text = text_of(node)
@@ -125,7 +126,7 @@ def check_tree(app, title):
 
 
 def names_in(window):
-    return [node.name for node, _ in nodes(window) if is_showing(node)]
+    return [node.name for node, _ in nodes(window) if is_visible(node)]
 
 
 def walk(app):
@@ -134,9 +135,8 @@ def walk(app):
         raise Missing("a wattage in the dropdown")
     press(app, "Open Dashboard")
     check_tree(app, "Quorvex Dashboard")
-    entry = wait_for("the field for the session's name", lambda: find_node(
+    wait_for("the field for the session's name", lambda: find_node(
         app, pyatspi.ROLE_TEXT, "Optional session name"))
-    entry.queryEditableText().setTextContents(SESSION)
     window = next(child for child in app if child.name == "Quorvex Dashboard")
     press(window, "Start", starts=True)
     wait_for("the word that says that it records", lambda: "Recording" in names_in(window))
@@ -169,8 +169,9 @@ def main():
                 raise Missing("a clean end")
         except Missing as missing:
             print(f"missing: {missing}", file=sys.stderr)
-            process.kill()
             return 1
+        finally:
+            process.kill()
     print("The walk found everything.")
     return 0
 

@@ -24,6 +24,7 @@ class Bundle(unittest.TestCase):
             "Contents/MacOS/quorvex",
             "Contents/MacOS/libquorvex-cli.so",
             "Contents/MacOS/libquorvex-app.so",
+            "Contents/MacOS/libquorvex-windows.so",
             "Contents/Resources/AppIcon.icns",
             "Contents/Resources/QuorvexHelper",
         ):

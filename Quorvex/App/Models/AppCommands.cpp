@@ -3,7 +3,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPointer>
-
 #include <optional>
 #include <string>
 #include <utility>
@@ -81,8 +80,8 @@ void AppCommands::refresh() {
 void AppCommands::applyRefreshInterval(double seconds) {
   auto& defaults = app_->defaults();
   auto& engine = app_->engine();
-  const auto change = quorvex::applyRefreshInterval(seconds, defaults.refreshInterval(),
-                                                    engine.interval().value());
+  const auto change =
+      quorvex::applyRefreshInterval(seconds, defaults.refreshInterval(), engine.interval().value());
   if (change.stored) {
     defaults.setRefreshInterval(*change.stored);
   }
@@ -100,9 +99,9 @@ void AppCommands::applyLowImpactMode() {
 }
 
 void AppCommands::startSession(const QString& title) {
-  app_->sessionRecordingCoordinator().start(
-      title.toStdString(), PowerSessionSource::app, app_->defaults().refreshInterval(),
-      app_->machine().clock().now());
+  app_->sessionRecordingCoordinator().start(title.toStdString(), PowerSessionSource::app,
+                                            app_->defaults().refreshInterval(),
+                                            app_->machine().clock().now());
   emit sessionsChanged();
 }
 

@@ -1,7 +1,6 @@
 #include "DashboardModel.h"
 
 #include <QPointer>
-
 #include <string>
 #include <utility>
 
@@ -38,8 +37,8 @@ DashboardModel::DashboardModel(QuorvexApp& app, AppCommands& commands, SavePanel
 }
 
 void DashboardModel::setTab(int tab) {
-  const auto next = tab == static_cast<int>(DashboardTab::history) ? DashboardTab::history
-                                                                   : DashboardTab::live;
+  const auto next =
+      tab == static_cast<int>(DashboardTab::history) ? DashboardTab::history : DashboardTab::live;
   if (next == tab_) {
     return;
   }

@@ -14,8 +14,8 @@
 
 namespace quorvex {
 
-/// The dashboard window: its header, and the models of what stands below. Only those of the tab that
-/// is seen make anything. All of it is view state and goes with the window. Main thread.
+/// The dashboard window: its header, and the models of what stands below. Only those of the tab
+/// that is seen make anything. All of it is view state and goes with the window. Main thread.
 class DashboardModel : public LiveModel {
   Q_OBJECT
   /// The place of the tab among the header's.

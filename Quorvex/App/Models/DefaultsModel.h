@@ -23,8 +23,8 @@ class DefaultsModel : public QObject {
   Q_PROPERTY(bool useFahrenheit READ useFahrenheit WRITE setUseFahrenheit NOTIFY changed)
   Q_PROPERTY(bool showTemperatureHighlights READ showTemperatureHighlights WRITE
                  setShowTemperatureHighlights NOTIFY changed)
-  Q_PROPERTY(bool lowImpactMode READ lowImpactMode WRITE setLowImpactMode NOTIFY
-                 lowImpactModeChanged)
+  Q_PROPERTY(
+      bool lowImpactMode READ lowImpactMode WRITE setLowImpactMode NOTIFY lowImpactModeChanged)
   Q_PROPERTY(bool showAdvancedMetrics READ showAdvancedMetrics WRITE setShowAdvancedMetrics NOTIFY
                  showAdvancedMetricsChanged)
   Q_PROPERTY(bool proTelemetryEnabled READ proTelemetryEnabled WRITE setProTelemetryEnabled NOTIFY
@@ -44,10 +44,16 @@ class DefaultsModel : public QObject {
   [[nodiscard]] bool showSensors() const { return defaults_->boolean("showSensors", true); }
   [[nodiscard]] bool showNetwork() const { return defaults_->boolean("showNetwork", true); }
   [[nodiscard]] bool useFahrenheit() const { return defaults_->boolean("useFahrenheit", false); }
-  [[nodiscard]] bool showTemperatureHighlights() const { return defaults_->boolean("showTemperatureHighlights", true); }
+  [[nodiscard]] bool showTemperatureHighlights() const {
+    return defaults_->boolean("showTemperatureHighlights", true);
+  }
   [[nodiscard]] bool lowImpactMode() const { return defaults_->boolean("lowImpactMode", false); }
-  [[nodiscard]] bool showAdvancedMetrics() const { return defaults_->boolean("showAdvancedMetrics", false); }
-  [[nodiscard]] bool proTelemetryEnabled() const { return defaults_->boolean("proTelemetryEnabled", false); }
+  [[nodiscard]] bool showAdvancedMetrics() const {
+    return defaults_->boolean("showAdvancedMetrics", false);
+  }
+  [[nodiscard]] bool proTelemetryEnabled() const {
+    return defaults_->boolean("proTelemetryEnabled", false);
+  }
   [[nodiscard]] QString menuGraphMode() const;
 
   void setRefreshInterval(double seconds);
@@ -58,7 +64,9 @@ class DefaultsModel : public QObject {
   void setShowSensors(bool value) { setBoolean("showSensors", value, showSensors()); }
   void setShowNetwork(bool value) { setBoolean("showNetwork", value, showNetwork()); }
   void setUseFahrenheit(bool value) { setBoolean("useFahrenheit", value, useFahrenheit()); }
-  void setShowTemperatureHighlights(bool value) { setBoolean("showTemperatureHighlights", value, showTemperatureHighlights()); }
+  void setShowTemperatureHighlights(bool value) {
+    setBoolean("showTemperatureHighlights", value, showTemperatureHighlights());
+  }
   void setLowImpactMode(bool value);
   void setShowAdvancedMetrics(bool value);
   void setProTelemetryEnabled(bool value);

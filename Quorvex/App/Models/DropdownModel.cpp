@@ -9,9 +9,7 @@
 namespace quorvex {
 
 DropdownModel::DropdownModel(QuorvexApp& app, AppCommands& commands, QObject* parent)
-    : LiveModel(parent),
-      app_(&app),
-      commands_(&commands) {
+    : LiveModel(parent), app_(&app), commands_(&commands) {
   observe(app.engine().currentState());
   observe(app.engine().history());
   observe(app.engine().lastPollDuration());
@@ -45,11 +43,9 @@ QVariantMap DropdownModel::makeContent() {
       {QStringLiteral("context"), shown(heroContext(mode, state))},
       {QStringLiteral("selector"), shown(graphSelector(mode))},
       {QStringLiteral("selectedGraph"), static_cast<int>(mode)},
-      {QStringLiteral("graph"),
-       shown(dropdownGraph(mode, state, history, settings.useFahrenheit))},
-      {QStringLiteral("dataUsed"),
-       shown(dataUsedRow(state, engine.totalBytesInSinceStart().value(),
-                         engine.totalBytesOutSinceStart().value()))},
+      {QStringLiteral("graph"), shown(dropdownGraph(mode, state, history, settings.useFahrenheit))},
+      {QStringLiteral("dataUsed"), shown(dataUsedRow(state, engine.totalBytesInSinceStart().value(),
+                                                     engine.totalBytesOutSinceStart().value()))},
       {QStringLiteral("session"), sessionContent()},
       {QStringLiteral("controls"),
        shown(dropdownControls(settings, state.thermal, engine.pollUtilizationFraction()))},
@@ -60,11 +56,10 @@ QVariantMap DropdownModel::makeContent() {
 QVariantMap DropdownModel::sessionContent() {
   const auto& recorder = app_->sessionRecorder();
   const auto& session = recorder.activeSession().value();
-  return shownMap(session == nullptr
-                      ? idleSessionControls()
-                      : activeSessionControls(session->startedAt(),
-                                              recorder.activeSummary().value(),
-                                              app_->machine().clock().now()));
+  return shownMap(session == nullptr ? idleSessionControls()
+                                     : activeSessionControls(session->startedAt(),
+                                                             recorder.activeSummary().value(),
+                                                             app_->machine().clock().now()));
 }
 
 void DropdownModel::updateClock() {

@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-
 #include <optional>
 #include <utility>
 
@@ -59,7 +58,8 @@ void HelperModel::install() {
     return;
   }
   apply(HelperFlow::installing(current()));
-  asio::co_spawn(app_->context().mainThread, installNow(*app_, QPointer{this}, *source), asio::detached);
+  asio::co_spawn(app_->context().mainThread, installNow(*app_, QPointer{this}, *source),
+                 asio::detached);
 }
 
 void HelperModel::refreshStatus() {
@@ -90,11 +90,11 @@ void HelperModel::restartLoop() {
     return;
   }
   loopTask_ = std::make_shared<TaskHandle>();
-  asio::co_spawn(app_->context().mainThread, loop(*app_, QPointer{this}, loopTask_), asio::detached);
+  asio::co_spawn(app_->context().mainThread, loop(*app_, QPointer{this}, loopTask_),
+                 asio::detached);
 }
 
-asio::awaitable<void> HelperModel::readStatusNow(QuorvexApp& app,
-                                                 QPointer<HelperModel> self) {
+asio::awaitable<void> HelperModel::readStatusNow(QuorvexApp& app, QPointer<HelperModel> self) {
   Machine& machine = app.machine();
   auto status = co_await runDetached(app.context().workers,
                                      [&machine] { return serviceOf(machine).helperStatus(); });

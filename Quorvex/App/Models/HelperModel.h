@@ -2,7 +2,6 @@
 
 #include <QPointer>
 #include <QString>
-
 #include <functional>
 #include <memory>
 #include <string_view>

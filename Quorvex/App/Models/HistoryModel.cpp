@@ -41,9 +41,8 @@ PowerSessionRecorder::SessionPointer HistoryModel::selectedSession() const {
 void HistoryModel::refreshSessions() {
   sessions_ = app_->sessionRecorder().sessions();
   std::erase_if(summaries_, [this](const auto& entry) {
-    const auto found = std::ranges::find(sessions_, entry.first, [](const auto& session) {
-      return session->id();
-    });
+    const auto found = std::ranges::find(sessions_, entry.first,
+                                         [](const auto& session) { return session->id(); });
     return found == sessions_.end() || (*found)->status() == PowerSessionStatus::active;
   });
   selected_ = selectDefaultSession(sessions_, selected_);
@@ -99,8 +98,8 @@ std::vector<SessionListRow> HistoryModel::rows(const SessionList& list) const {
     const bool isSelected = session->id() == selected_;
     const auto known = summaries_.find(session->id());
     if (isRecorded(*session)) {
-      rows.push_back(sessionListRow(*session, app_->sessionRecorder().activeSummary().value(),
-                                    isSelected));
+      rows.push_back(
+          sessionListRow(*session, app_->sessionRecorder().activeSummary().value(), isSelected));
     } else if (known != summaries_.end()) {
       rows.push_back(sessionListRow(*session, known->second, isSelected));
     } else {

@@ -2,7 +2,6 @@
 
 #include <QPointer>
 #include <QString>
-
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -16,8 +15,8 @@
 namespace quorvex {
 
 /// The dashboard's stored sessions: the list, the search, the selection and its report. The figures
-/// of the rows are read on a worker, once for a session that has ended, and appear as they come. The
-/// list of rows is `sessions`. Main thread.
+/// of the rows are read on a worker, once for a session that has ended, and appear as they come.
+/// The list of rows is `sessions`. Main thread.
 class HistoryModel : public LiveModel {
   Q_OBJECT
   Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)

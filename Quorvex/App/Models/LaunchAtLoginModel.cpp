@@ -19,9 +19,8 @@ void LaunchAtLoginModel::setEnabled(bool isEnabled) {
 }
 
 QVariantMap LaunchAtLoginModel::makeContent() {
-  return shownMap(launchAtLoginToggle(loginItem_->status(),
-                                      launchAtLoginTitle, showsStatus_,
-                                      errorMessage_));
+  return shownMap(
+      launchAtLoginToggle(loginItem_->status(), launchAtLoginTitle, showsStatus_, errorMessage_));
 }
 
 }  // namespace quorvex

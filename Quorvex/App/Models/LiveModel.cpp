@@ -1,7 +1,6 @@
 #include "LiveModel.h"
 
 #include <QMetaObject>
-
 #include <utility>
 
 namespace quorvex {

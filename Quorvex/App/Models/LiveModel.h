@@ -3,7 +3,6 @@
 #include <QHash>
 #include <QObject>
 #include <QVariantMap>
-
 #include <utility>
 #include <vector>
 

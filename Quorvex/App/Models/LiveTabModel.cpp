@@ -80,19 +80,19 @@ QVariantMap LiveTabModel::makeContent() {
 }
 
 QVariantMap LiveTabModel::breakdownContent(const SystemPowerState& state) {
-  const PowerBreakdown breakdown = powerBreakdown(
-      state, app_->engine().history().value(),
-      app_->sessionRecordingCoordinator().latestProTelemetry().value(),
-      app_->machine().clock().now());
+  const PowerBreakdown breakdown =
+      powerBreakdown(state, app_->engine().history().value(),
+                     app_->sessionRecordingCoordinator().latestProTelemetry().value(),
+                     app_->machine().clock().now());
   setRows("components", breakdown.components, &PowerBar::label);
   return shownMap(breakdown);
 }
 
 QVariant LiveTabModel::advancedContent(const SystemPowerState& state) {
-  const AdvancedMetrics metrics = advancedMetrics(
-      state, app_->engine().history().value(),
-      app_->sessionRecordingCoordinator().latestProTelemetry().value(), sampler_,
-      app_->machine().clock().now());
+  const AdvancedMetrics metrics =
+      advancedMetrics(state, app_->engine().history().value(),
+                      app_->sessionRecordingCoordinator().latestProTelemetry().value(), sampler_,
+                      app_->machine().clock().now());
   setRows("advancedRows", metrics.rows, &LabelledValue::label);
   setRows("activities", metrics.activities, &ProcessFiguresRow::name);
   const ProTelemetrySection none;
@@ -138,8 +138,7 @@ void LiveTabModel::restartSampler() {
                  asio::detached);
 }
 
-asio::awaitable<void> LiveTabModel::sampleProcesses(QuorvexApp& app,
-                                                    QPointer<LiveTabModel> self,
+asio::awaitable<void> LiveTabModel::sampleProcesses(QuorvexApp& app, QPointer<LiveTabModel> self,
                                                     std::shared_ptr<TaskHandle> task) {
   while (!task->isCancelled()) {
     if (self != nullptr) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QPointer>
-
 #include <memory>
 
 #include "AdvancedMetrics.h"
@@ -33,8 +32,7 @@ class LiveTabModel : public LiveModel {
   QVariantMap networkContent(const SystemPowerState& state);
   QVariantMap thermalContent(const SystemPowerState& state, const AppSettings& settings);
   void restartSampler();
-  static asio::awaitable<void> sampleProcesses(QuorvexApp& app,
-                                               QPointer<LiveTabModel> self,
+  static asio::awaitable<void> sampleProcesses(QuorvexApp& app, QPointer<LiveTabModel> self,
                                                std::shared_ptr<TaskHandle> task);
 
   QuorvexApp* app_;

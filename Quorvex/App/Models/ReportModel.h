@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QPointer>
-
 #include <map>
 #include <optional>
 
@@ -34,8 +33,8 @@ class ReportModel : public LiveModel {
   [[nodiscard]] bool hasReport() const { return report_.has_value(); }
   [[nodiscard]] const std::optional<PowerSessionReport>& report() const { return report_; }
 
-  /// What stands at a place of a trace, 0 to 1 from left to right: `position`, `text`, and `heights`
-  /// of its lines. Empty without values.
+  /// What stands at a place of a trace, 0 to 1 from left to right: `position`, `text`, and
+  /// `heights` of its lines. Empty without values.
   Q_INVOKABLE QVariantMap readout(int trace, double position) const;
 
  signals:

@@ -5,7 +5,6 @@
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
-
 #include <vector>
 
 namespace quorvex {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-
 #include <functional>
 
 namespace quorvex {
@@ -16,7 +15,7 @@ struct SaveRequest {
 
 /// Asks the user where to save, and calls `chosen` with the file once the user has confirmed. It
 /// returns at once. Main thread.
-using SavePanel =
-    std::function<void(const SaveRequest& request, std::function<void(const QString& file)> chosen)>;
+using SavePanel = std::function<void(const SaveRequest& request,
+                                     std::function<void(const QString& file)> chosen)>;
 
 }  // namespace quorvex

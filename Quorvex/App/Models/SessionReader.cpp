@@ -55,11 +55,9 @@ asio::awaitable<std::optional<Value>> readDetached(QuorvexApp& app,
   if (!app.storeFile()) {
     return readHere(app.sessionRecorder().store(), std::move(session), read);
   }
-  return runDetached(
-      app.context().workers,
-      [file = *app.storeFile(), &clock = app.machine().clock(), id = session->id(), read] {
-        return readFrom(file, clock, id, read);
-      });
+  return runDetached(app.context().workers,
+                     [file = *app.storeFile(), &clock = app.machine().clock(), id = session->id(),
+                      read] { return readFrom(file, clock, id, read); });
 }
 
 }  // namespace

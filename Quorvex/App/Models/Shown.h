@@ -2,7 +2,6 @@
 
 #include <QString>
 #include <QVariant>
-
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -71,8 +70,7 @@ QVariant shown(Enum value) {
   return shown(rawValue(value));
 }
 template <typename Enum>
-  requires(std::is_enum_v<Enum> && !TextEnum<Enum>)
-QVariant shown(Enum value) {
+requires(std::is_enum_v<Enum> && !TextEnum<Enum>) QVariant shown(Enum value) {
   return static_cast<int>(value);
 }
 template <typename Value>

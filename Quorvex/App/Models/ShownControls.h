@@ -15,24 +15,21 @@ namespace quorvex {
 
 template <>
 struct ShownFields<ColoredText> {
-  static constexpr std::tuple values{
-      RecordField{"text", &ColoredText::text},
-      RecordField{"color", &ColoredText::color}};
+  static constexpr std::tuple values{RecordField{"text", &ColoredText::text},
+                                     RecordField{"color", &ColoredText::color}};
 };
 
 template <>
 struct ShownFields<LabelledValue> {
-  static constexpr std::tuple values{
-      RecordField{"label", &LabelledValue::label},
-      RecordField{"value", &LabelledValue::value},
-      RecordField{"color", &LabelledValue::color}};
+  static constexpr std::tuple values{RecordField{"label", &LabelledValue::label},
+                                     RecordField{"value", &LabelledValue::value},
+                                     RecordField{"color", &LabelledValue::color}};
 };
 
 template <>
 struct ShownFields<CommandButton> {
   static constexpr std::tuple values{
-      RecordField{"title", &CommandButton::title},
-      RecordField{"symbol", &CommandButton::symbol},
+      RecordField{"title", &CommandButton::title}, RecordField{"symbol", &CommandButton::symbol},
       RecordField{"help", &CommandButton::help},
       RecordField{"accessibilityLabel", &CommandButton::accessibilityLabel}};
 };
@@ -40,20 +37,16 @@ struct ShownFields<CommandButton> {
 template <>
 struct ShownFields<ToggleControl> {
   static constexpr std::tuple values{
-      RecordField{"key", &ToggleControl::key},
-      RecordField{"title", &ToggleControl::title},
+      RecordField{"key", &ToggleControl::key}, RecordField{"title", &ToggleControl::title},
       RecordField{"symbol", &ToggleControl::symbol},
-      RecordField{"caption", &ToggleControl::caption},
-      RecordField{"isOn", &ToggleControl::isOn}};
+      RecordField{"caption", &ToggleControl::caption}, RecordField{"isOn", &ToggleControl::isOn}};
 };
 
 template <>
 struct ShownFields<Badge> {
   static constexpr std::tuple values{
-      RecordField{"text", &Badge::text},
-      RecordField{"symbol", &Badge::symbol},
-      RecordField{"color", &Badge::color},
-      RecordField{"help", &Badge::help}};
+      RecordField{"text", &Badge::text}, RecordField{"symbol", &Badge::symbol},
+      RecordField{"color", &Badge::color}, RecordField{"help", &Badge::help}};
 };
 
 template <>
@@ -75,10 +68,9 @@ struct ShownFields<RefreshIntervalStepper> {
 
 template <>
 struct ShownFields<SamplingWarning> {
-  static constexpr std::tuple values{
-      RecordField{"text", &SamplingWarning::text},
-      RecordField{"symbol", &SamplingWarning::symbol},
-      RecordField{"color", &SamplingWarning::color}};
+  static constexpr std::tuple values{RecordField{"text", &SamplingWarning::text},
+                                     RecordField{"symbol", &SamplingWarning::symbol},
+                                     RecordField{"color", &SamplingWarning::color}};
 };
 
 template <>

@@ -27,8 +27,7 @@ struct ShownFields<PhaseStrip::Bar> {
 template <>
 struct ShownFields<PhaseStrip> {
   static constexpr std::tuple values{
-      RecordField{"bars", &PhaseStrip::bars},
-      RecordField{"showsLegend", &PhaseStrip::showsLegend},
+      RecordField{"bars", &PhaseStrip::bars}, RecordField{"showsLegend", &PhaseStrip::showsLegend},
       RecordField{"accessibilityText", &PhaseStrip::accessibilityText}};
 };
 
@@ -45,19 +44,18 @@ struct ShownFields<SessionCard> {
 
 template <>
 struct ShownFields<HelperControls> {
-  static constexpr std::tuple values{
-      RecordField{"groupTitle", &HelperControls::groupTitle},
-      RecordField{"title", &HelperControls::title},
-      RecordField{"detail", &HelperControls::detail},
-      RecordField{"isReady", &HelperControls::isReady},
-      RecordField{"enabledSwitch", &HelperControls::enabledSwitch},
-      RecordField{"canSwitch", &HelperControls::canSwitch},
-      RecordField{"installButton", &HelperControls::installButton},
-      RecordField{"canInstall", &HelperControls::canInstall},
-      RecordField{"refreshButton", &HelperControls::refreshButton},
-      RecordField{"canRefresh", &HelperControls::canRefresh},
-      RecordField{"lastSample", &HelperControls::lastSample},
-      RecordField{"message", &HelperControls::message}};
+  static constexpr std::tuple values{RecordField{"groupTitle", &HelperControls::groupTitle},
+                                     RecordField{"title", &HelperControls::title},
+                                     RecordField{"detail", &HelperControls::detail},
+                                     RecordField{"isReady", &HelperControls::isReady},
+                                     RecordField{"enabledSwitch", &HelperControls::enabledSwitch},
+                                     RecordField{"canSwitch", &HelperControls::canSwitch},
+                                     RecordField{"installButton", &HelperControls::installButton},
+                                     RecordField{"canInstall", &HelperControls::canInstall},
+                                     RecordField{"refreshButton", &HelperControls::refreshButton},
+                                     RecordField{"canRefresh", &HelperControls::canRefresh},
+                                     RecordField{"lastSample", &HelperControls::lastSample},
+                                     RecordField{"message", &HelperControls::message}};
 };
 
 template <>

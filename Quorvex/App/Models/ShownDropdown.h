@@ -31,30 +31,27 @@ struct ShownFields<HeroLine> {
 
 template <>
 struct ShownFields<HeroMetric> {
-  static constexpr std::tuple values{
-      RecordField{"mode", &HeroMetric::mode},
-      RecordField{"lines", &HeroMetric::lines},
-      RecordField{"stateLabel", &HeroMetric::stateLabel},
-      RecordField{"sourceLabel", &HeroMetric::sourceLabel}};
+  static constexpr std::tuple values{RecordField{"mode", &HeroMetric::mode},
+                                     RecordField{"lines", &HeroMetric::lines},
+                                     RecordField{"stateLabel", &HeroMetric::stateLabel},
+                                     RecordField{"sourceLabel", &HeroMetric::sourceLabel}};
 };
 
 template <>
 struct ShownFields<AdapterPill> {
-  static constexpr std::tuple values{
-      RecordField{"label", &AdapterPill::label},
-      RecordField{"symbol", &AdapterPill::symbol},
-      RecordField{"color", &AdapterPill::color},
-      RecordField{"fillOpacity", &AdapterPill::fillOpacity},
-      RecordField{"help", &AdapterPill::help}};
+  static constexpr std::tuple values{RecordField{"label", &AdapterPill::label},
+                                     RecordField{"symbol", &AdapterPill::symbol},
+                                     RecordField{"color", &AdapterPill::color},
+                                     RecordField{"fillOpacity", &AdapterPill::fillOpacity},
+                                     RecordField{"help", &AdapterPill::help}};
 };
 
 template <>
 struct ShownFields<HeroContext> {
-  static constexpr std::tuple values{
-      RecordField{"mode", &HeroContext::mode},
-      RecordField{"adapterPill", &HeroContext::adapterPill},
-      RecordField{"components", &HeroContext::components},
-      RecordField{"text", &HeroContext::text}};
+  static constexpr std::tuple values{RecordField{"mode", &HeroContext::mode},
+                                     RecordField{"adapterPill", &HeroContext::adapterPill},
+                                     RecordField{"components", &HeroContext::components},
+                                     RecordField{"text", &HeroContext::text}};
 };
 
 template <>
@@ -77,28 +74,25 @@ struct ShownFields<GraphSelector> {
 
 template <>
 struct ShownFields<DropdownGraph> {
-  static constexpr std::tuple values{
-      RecordField{"mode", &DropdownGraph::mode},
-      RecordField{"sparkline", &DropdownGraph::sparkline},
-      RecordField{"label", &DropdownGraph::label},
-      RecordField{"caption", &DropdownGraph::caption}};
+  static constexpr std::tuple values{RecordField{"mode", &DropdownGraph::mode},
+                                     RecordField{"sparkline", &DropdownGraph::sparkline},
+                                     RecordField{"label", &DropdownGraph::label},
+                                     RecordField{"caption", &DropdownGraph::caption}};
 };
 
 template <>
 struct ShownFields<DataUsed> {
   static constexpr std::tuple values{
-      RecordField{"symbol", &DataUsed::symbol},
-      RecordField{"color", &DataUsed::color},
+      RecordField{"symbol", &DataUsed::symbol}, RecordField{"color", &DataUsed::color},
       RecordField{"text", &DataUsed::text},
       RecordField{"accessibilityText", &DataUsed::accessibilityText}};
 };
 
 template <>
 struct ShownFields<DataUsedRow> {
-  static constexpr std::tuple values{
-      RecordField{"in", &DataUsedRow::in},
-      RecordField{"out", &DataUsedRow::out},
-      RecordField{"help", &DataUsedRow::help}};
+  static constexpr std::tuple values{RecordField{"in", &DataUsedRow::in},
+                                     RecordField{"out", &DataUsedRow::out},
+                                     RecordField{"help", &DataUsedRow::help}};
 };
 
 template <>
@@ -115,11 +109,10 @@ struct ShownFields<StatCell> {
 
 template <>
 struct ShownFields<CommandRow> {
-  static constexpr std::tuple values{
-      RecordField{"openDashboard", &CommandRow::openDashboard},
-      RecordField{"copyJSONReport", &CommandRow::copyJSONReport},
-      RecordField{"settings", &CommandRow::settings},
-      RecordField{"quit", &CommandRow::quit}};
+  static constexpr std::tuple values{RecordField{"openDashboard", &CommandRow::openDashboard},
+                                     RecordField{"copyJSONReport", &CommandRow::copyJSONReport},
+                                     RecordField{"settings", &CommandRow::settings},
+                                     RecordField{"quit", &CommandRow::quit}};
 };
 
 template <>

@@ -12,17 +12,15 @@ namespace quorvex {
 
 template <>
 struct ShownFields<EmptyState> {
-  static constexpr std::tuple values{
-      RecordField{"symbol", &EmptyState::symbol},
-      RecordField{"title", &EmptyState::title},
-      RecordField{"message", &EmptyState::message}};
+  static constexpr std::tuple values{RecordField{"symbol", &EmptyState::symbol},
+                                     RecordField{"title", &EmptyState::title},
+                                     RecordField{"message", &EmptyState::message}};
 };
 
 template <>
 struct ShownFields<MiniValue> {
   static constexpr std::tuple values{
-      RecordField{"value", &MiniValue::value},
-      RecordField{"label", &MiniValue::label},
+      RecordField{"value", &MiniValue::value}, RecordField{"label", &MiniValue::label},
       RecordField{"accessibilityText", &MiniValue::accessibilityText}};
 };
 
@@ -39,12 +37,11 @@ struct ShownFields<SessionListRow> {
 
 template <>
 struct ShownFields<SessionHistory> {
-  static constexpr std::tuple values{
-      RecordField{"searchPrompt", &SessionHistory::searchPrompt},
-      RecordField{"refreshButton", &SessionHistory::refreshButton},
-      RecordField{"countText", &SessionHistory::countText},
-      RecordField{"emptyList", &SessionHistory::emptyList},
-      RecordField{"emptyDetail", &SessionHistory::emptyDetail}};
+  static constexpr std::tuple values{RecordField{"searchPrompt", &SessionHistory::searchPrompt},
+                                     RecordField{"refreshButton", &SessionHistory::refreshButton},
+                                     RecordField{"countText", &SessionHistory::countText},
+                                     RecordField{"emptyList", &SessionHistory::emptyList},
+                                     RecordField{"emptyDetail", &SessionHistory::emptyDetail}};
 };
 
 }  // namespace quorvex

@@ -22,8 +22,7 @@ namespace quorvex {
 template <>
 struct ShownFields<MetricTile> {
   static constexpr std::tuple values{
-      RecordField{"label", &MetricTile::label},
-      RecordField{"value", &MetricTile::value},
+      RecordField{"label", &MetricTile::label}, RecordField{"value", &MetricTile::value},
       RecordField{"detail", &MetricTile::detail},
       RecordField{"accessibilityText", &MetricTile::accessibilityText}};
 };
@@ -31,8 +30,7 @@ struct ShownFields<MetricTile> {
 template <>
 struct ShownFields<TraceCard> {
   static constexpr std::tuple values{
-      RecordField{"title", &TraceCard::title},
-      RecordField{"value", &TraceCard::value},
+      RecordField{"title", &TraceCard::title}, RecordField{"value", &TraceCard::value},
       RecordField{"sparkline", &TraceCard::sparkline},
       RecordField{"accessibilityText", &TraceCard::accessibilityText}};
 };
@@ -49,9 +47,8 @@ struct ShownFields<StoryCard::Episode> {
 
 template <>
 struct ShownFields<StoryCard> {
-  static constexpr std::tuple values{
-      RecordField{"headline", &StoryCard::headline},
-      RecordField{"episodes", &StoryCard::episodes}};
+  static constexpr std::tuple values{RecordField{"headline", &StoryCard::headline},
+                                     RecordField{"episodes", &StoryCard::episodes}};
 };
 
 template <>
@@ -104,27 +101,24 @@ struct ShownFields<AnalysisFlagsCard::Check> {
 
 template <>
 struct ShownFields<AnalysisFlagsCard> {
-  static constexpr std::tuple values{
-      RecordField{"heading", &AnalysisFlagsCard::heading},
-      RecordField{"overhead", &AnalysisFlagsCard::overhead},
-      RecordField{"checks", &AnalysisFlagsCard::checks}};
+  static constexpr std::tuple values{RecordField{"heading", &AnalysisFlagsCard::heading},
+                                     RecordField{"overhead", &AnalysisFlagsCard::overhead},
+                                     RecordField{"checks", &AnalysisFlagsCard::checks}};
 };
 
 template <>
 struct ShownFields<ContributorsCard> {
-  static constexpr std::tuple values{
-      RecordField{"heading", &ContributorsCard::heading},
-      RecordField{"rows", &ContributorsCard::rows},
-      RecordField{"aggregateLine", &ContributorsCard::aggregateLine},
-      RecordField{"emptyText", &ContributorsCard::emptyText}};
+  static constexpr std::tuple values{RecordField{"heading", &ContributorsCard::heading},
+                                     RecordField{"rows", &ContributorsCard::rows},
+                                     RecordField{"aggregateLine", &ContributorsCard::aggregateLine},
+                                     RecordField{"emptyText", &ContributorsCard::emptyText}};
 };
 
 template <>
 struct ShownFields<ProcessFamiliesCard> {
-  static constexpr std::tuple values{
-      RecordField{"heading", &ProcessFamiliesCard::heading},
-      RecordField{"rows", &ProcessFamiliesCard::rows},
-      RecordField{"caption", &ProcessFamiliesCard::caption}};
+  static constexpr std::tuple values{RecordField{"heading", &ProcessFamiliesCard::heading},
+                                     RecordField{"rows", &ProcessFamiliesCard::rows},
+                                     RecordField{"caption", &ProcessFamiliesCard::caption}};
 };
 
 template <>
@@ -139,11 +133,10 @@ struct ShownFields<NetworkAppsCard::Row> {
 
 template <>
 struct ShownFields<NetworkAppsCard> {
-  static constexpr std::tuple values{
-      RecordField{"heading", &NetworkAppsCard::heading},
-      RecordField{"inSymbol", &NetworkAppsCard::inSymbol},
-      RecordField{"outSymbol", &NetworkAppsCard::outSymbol},
-      RecordField{"rows", &NetworkAppsCard::rows}};
+  static constexpr std::tuple values{RecordField{"heading", &NetworkAppsCard::heading},
+                                     RecordField{"inSymbol", &NetworkAppsCard::inSymbol},
+                                     RecordField{"outSymbol", &NetworkAppsCard::outSymbol},
+                                     RecordField{"rows", &NetworkAppsCard::rows}};
 };
 
 template <>
@@ -158,9 +151,8 @@ struct ShownFields<TelemetryNotesCard::Note> {
 
 template <>
 struct ShownFields<TelemetryNotesCard> {
-  static constexpr std::tuple values{
-      RecordField{"heading", &TelemetryNotesCard::heading},
-      RecordField{"notes", &TelemetryNotesCard::notes}};
+  static constexpr std::tuple values{RecordField{"heading", &TelemetryNotesCard::heading},
+                                     RecordField{"notes", &TelemetryNotesCard::notes}};
 };
 
 template <>
@@ -187,9 +179,8 @@ struct ShownFields<PhaseTable::Row> {
 
 template <>
 struct ShownFields<PhaseTable> {
-  static constexpr std::tuple values{
-      RecordField{"heading", &PhaseTable::heading},
-      RecordField{"rows", &PhaseTable::rows}};
+  static constexpr std::tuple values{RecordField{"heading", &PhaseTable::heading},
+                                     RecordField{"rows", &PhaseTable::rows}};
 };
 
 template <>

@@ -18,13 +18,12 @@ namespace quorvex {
 
 template <>
 struct ShownFields<BatteryGaugeRow> {
-  static constexpr std::tuple values{
-      RecordField{"label", &BatteryGaugeRow::label},
-      RecordField{"value", &BatteryGaugeRow::value},
-      RecordField{"symbol", &BatteryGaugeRow::symbol},
-      RecordField{"color", &BatteryGaugeRow::color},
-      RecordField{"isBadge", &BatteryGaugeRow::isBadge},
-      RecordField{"help", &BatteryGaugeRow::help}};
+  static constexpr std::tuple values{RecordField{"label", &BatteryGaugeRow::label},
+                                     RecordField{"value", &BatteryGaugeRow::value},
+                                     RecordField{"symbol", &BatteryGaugeRow::symbol},
+                                     RecordField{"color", &BatteryGaugeRow::color},
+                                     RecordField{"isBadge", &BatteryGaugeRow::isBadge},
+                                     RecordField{"help", &BatteryGaugeRow::help}};
 };
 
 template <>
@@ -40,50 +39,45 @@ struct ShownFields<BatteryGauge> {
 
 template <>
 struct ShownFields<ThermalSection> {
-  static constexpr std::tuple values{
-      RecordField{"title", &ThermalSection::title},
-      RecordField{"thermalBadge", &ThermalSection::thermalBadge},
-      RecordField{"rows", &ThermalSection::rows},
-      RecordField{"highlights", &ThermalSection::highlights},
-      RecordField{"note", &ThermalSection::note},
-      RecordField{"sensorsTitle", &ThermalSection::sensorsTitle},
-      RecordField{"sensors", &ThermalSection::sensors},
-      RecordField{"moreText", &ThermalSection::moreText},
-      RecordField{"curationText", &ThermalSection::curationText}};
+  static constexpr std::tuple values{RecordField{"title", &ThermalSection::title},
+                                     RecordField{"thermalBadge", &ThermalSection::thermalBadge},
+                                     RecordField{"rows", &ThermalSection::rows},
+                                     RecordField{"highlights", &ThermalSection::highlights},
+                                     RecordField{"note", &ThermalSection::note},
+                                     RecordField{"sensorsTitle", &ThermalSection::sensorsTitle},
+                                     RecordField{"sensors", &ThermalSection::sensors},
+                                     RecordField{"moreText", &ThermalSection::moreText},
+                                     RecordField{"curationText", &ThermalSection::curationText}};
 };
 
 template <>
 struct ShownFields<FanRow> {
-  static constexpr std::tuple values{
-      RecordField{"name", &FanRow::name},
-      RecordField{"currentText", &FanRow::currentText},
-      RecordField{"minText", &FanRow::minText},
-      RecordField{"maxText", &FanRow::maxText},
-      RecordField{"fraction", &FanRow::fraction},
-      RecordField{"accessibilityText", &FanRow::accessibilityText}};
+  static constexpr std::tuple values{RecordField{"name", &FanRow::name},
+                                     RecordField{"currentText", &FanRow::currentText},
+                                     RecordField{"minText", &FanRow::minText},
+                                     RecordField{"maxText", &FanRow::maxText},
+                                     RecordField{"fraction", &FanRow::fraction},
+                                     RecordField{"accessibilityText", &FanRow::accessibilityText}};
 };
 
 template <>
 struct ShownFields<FanSection> {
-  static constexpr std::tuple values{
-      RecordField{"title", &FanSection::title},
-      RecordField{"rows", &FanSection::rows},
-      RecordField{"emptyText", &FanSection::emptyText}};
+  static constexpr std::tuple values{RecordField{"title", &FanSection::title},
+                                     RecordField{"rows", &FanSection::rows},
+                                     RecordField{"emptyText", &FanSection::emptyText}};
 };
 
 template <>
 struct ShownFields<NetworkRate> {
-  static constexpr std::tuple values{
-      RecordField{"label", &NetworkRate::label},
-      RecordField{"symbol", &NetworkRate::symbol},
-      RecordField{"text", &NetworkRate::text}};
+  static constexpr std::tuple values{RecordField{"label", &NetworkRate::label},
+                                     RecordField{"symbol", &NetworkRate::symbol},
+                                     RecordField{"text", &NetworkRate::text}};
 };
 
 template <>
 struct ShownFields<NetworkRow> {
   static constexpr std::tuple values{
-      RecordField{"name", &NetworkRow::name},
-      RecordField{"inText", &NetworkRow::inText},
+      RecordField{"name", &NetworkRow::name}, RecordField{"inText", &NetworkRow::inText},
       RecordField{"outText", &NetworkRow::outText},
       RecordField{"accessibilityText", &NetworkRow::accessibilityText}};
 };
@@ -108,10 +102,8 @@ struct ShownFields<NetworkSection> {
 template <>
 struct ShownFields<PowerBar> {
   static constexpr std::tuple values{
-      RecordField{"label", &PowerBar::label},
-      RecordField{"value", &PowerBar::value},
-      RecordField{"fraction", &PowerBar::fraction},
-      RecordField{"tint", &PowerBar::tint},
+      RecordField{"label", &PowerBar::label}, RecordField{"value", &PowerBar::value},
+      RecordField{"fraction", &PowerBar::fraction}, RecordField{"tint", &PowerBar::tint},
       RecordField{"accessibilityText", &PowerBar::accessibilityText}};
 };
 
@@ -139,12 +131,11 @@ struct ShownFields<ProcessFiguresRow> {
 
 template <>
 struct ShownFields<ProTelemetrySection> {
-  static constexpr std::tuple values{
-      RecordField{"heading", &ProTelemetrySection::heading},
-      RecordField{"rows", &ProTelemetrySection::rows},
-      RecordField{"error", &ProTelemetrySection::error},
-      RecordField{"processes", &ProTelemetrySection::processes},
-      RecordField{"emptyText", &ProTelemetrySection::emptyText}};
+  static constexpr std::tuple values{RecordField{"heading", &ProTelemetrySection::heading},
+                                     RecordField{"rows", &ProTelemetrySection::rows},
+                                     RecordField{"error", &ProTelemetrySection::error},
+                                     RecordField{"processes", &ProTelemetrySection::processes},
+                                     RecordField{"emptyText", &ProTelemetrySection::emptyText}};
 };
 
 template <>

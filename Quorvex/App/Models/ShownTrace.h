@@ -2,7 +2,6 @@
 
 #include <QPolygonF>
 #include <QVariant>
-
 #include <tuple>
 
 #include "Shown.h"

@@ -79,8 +79,8 @@ class TimeAxis {
     constexpr double spacingsOfGap = 3.0;
     // A timeline that was thinned has wide spacings of its own.
     const double spacing = length_ / static_cast<double>(report.timeline.size());
-    longestStep_ = std::max({shortestGap, intervalsOfGap * report.sampleInterval,
-                             spacingsOfGap * spacing});
+    longestStep_ =
+        std::max({shortestGap, intervalsOfGap * report.sampleInterval, spacingsOfGap * spacing});
   }
 
   [[nodiscard]] double positionOf(const Point& point) const {

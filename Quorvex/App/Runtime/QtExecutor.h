@@ -5,7 +5,6 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QObject>
-
 #include <atomic>
 #include <cstddef>
 #include <memory>
@@ -17,9 +16,9 @@
 namespace quorvex {
 
 /// The main thread as asynchronous work sees it: every function is an event in the queue of the
-/// thread that the context was made on, so that there is no second loop and nothing polls. Functions
-/// run in the order in which they were handed in, one at a time and never within the call that hands
-/// them in. Those that have not run when the context goes are destroyed on that thread.
+/// thread that the context was made on, so that there is no second loop and nothing polls.
+/// Functions run in the order in which they were handed in, one at a time and never within the call
+/// that hands them in. Those that have not run when the context goes are destroyed on that thread.
 ///
 /// Functions may be handed in from any thread until the context goes. They throw nothing.
 class QtExecutionContext final : public asio::execution_context {

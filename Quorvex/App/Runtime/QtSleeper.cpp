@@ -1,7 +1,6 @@
 #include "QtSleeper.h"
 
 #include <QTimer>
-
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -31,9 +30,7 @@ class QtPendingSleep final : public PendingSleep {
   }
 
  private:
-  [[nodiscard]] nanoseconds remaining() const {
-    return length_ - (clock_->monotonic() - start_);
-  }
+  [[nodiscard]] nanoseconds remaining() const { return length_ - (clock_->monotonic() - start_); }
 
   void wait() {
     const nanoseconds next = std::clamp(remaining(), nanoseconds{0}, longestWait_);

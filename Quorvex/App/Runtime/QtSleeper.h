@@ -9,8 +9,8 @@
 namespace quorvex {
 
 /// Sleeps by timers of the application's event loop, measured on the machine's monotonic clock.
-/// Timers may stand still while the machine sleeps and that clock does not, so a long sleep looks at
-/// it now and then: after the lid was closed, a sleep that is over ends at most `longestWait`
+/// Timers may stand still while the machine sleeps and that clock does not, so a long sleep looks
+/// at it now and then: after the lid was closed, a sleep that is over ends at most `longestWait`
 /// seconds late. Main thread.
 class QtSleeper final : public AsyncSleeper {
  public:

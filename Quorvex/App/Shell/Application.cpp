@@ -1,7 +1,6 @@
 #include "Application.h"
 
 #include <QApplication>
-
 #include <cstdlib>
 
 #include "AppRuntime.h"

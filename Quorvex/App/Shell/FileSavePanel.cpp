@@ -2,7 +2,6 @@
 
 #include <QFileDialog>
 #include <QPointer>
-
 #include <memory>
 #include <utility>
 

@@ -5,32 +5,27 @@
 #include "DashboardModel.h"
 #include "DropdownModel.h"
 #include "FileSavePanel.h"
+#include "IdleMemory.h"
 #include "SettingsModel.h"
+#include "WindowsModule.h"
 
 namespace quorvex {
 
 Shell::Shell(QuorvexApp& app, QObject* parent)
-    : QObject(parent),
-      app_(&app),
-      commands_(app),
-      savePanel_(fileSavePanel()),
-      windows_([this](Scene scene) { return makeModel(scene); }) {
+    : QObject(parent), app_(&app), commands_(app), savePanel_(fileSavePanel()) {
   QApplication::setQuitOnLastWindowClosed(false);
   auto& defaults = app.defaults();
   connect(&defaults, &DefaultsModel::refreshIntervalChanged, this,
           [this] { commands_.applyRefreshInterval(app_->defaults().refreshInterval()); });
   connect(&defaults, &DefaultsModel::lowImpactModeChanged, &commands_,
           &AppCommands::applyLowImpactMode);
-  connect(&commands_, &AppCommands::dashboardRequested, this,
-          [this] { windows_.open(Scene::dashboard); });
-  connect(&commands_, &AppCommands::settingsRequested, this,
-          [this] { windows_.open(Scene::settings); });
+  connect(&commands_, &AppCommands::dashboardRequested, this, [this] { open(Scene::dashboard); });
+  connect(&commands_, &AppCommands::settingsRequested, this, [this] { open(Scene::settings); });
   connect(&commands_, &AppCommands::quitRequested, qApp, &QCoreApplication::quit,
           Qt::QueuedConnection);
-  connect(&tray_, &TrayItem::clicked, this, &Shell::toggleDropdown);
-  connect(&windows_, &WindowHost::lastWindowClosed, this, [] {
-    if (!TrayItem::isAvailable()) {
-      QCoreApplication::quit();
+  connect(&tray_, &TrayItem::clicked, this, [this] {
+    if (auto* host = windows()) {
+      host->openPopover(tray_.geometry());
     }
   });
 }
@@ -39,12 +34,29 @@ void Shell::show() {
   // A menu bar that comes up after the app, as at login, still takes the item.
   tray_.show();
   if (!TrayItem::isAvailable()) {
-    windows_.open(Scene::dropdown);
+    open(Scene::dropdown);
   }
 }
 
-void Shell::toggleDropdown() {
-  windows_.openPopover(tray_.geometry());
+WindowHost* Shell::windows() {
+  if (windows_ == nullptr) {
+    windows_ = loadWindows([this](Scene scene) { return makeModel(scene); });
+    if (windows_ != nullptr) {
+      windows_->whenLastWindowCloses([] {
+        releaseIdleMemory();
+        if (!TrayItem::isAvailable()) {
+          QCoreApplication::quit();
+        }
+      });
+    }
+  }
+  return windows_.get();
+}
+
+void Shell::open(Scene scene) {
+  if (auto* host = windows()) {
+    host->open(scene);
+  }
 }
 
 std::unique_ptr<QObject> Shell::makeModel(Scene scene) {

@@ -4,7 +4,6 @@
 #include <QIcon>
 #include <QPalette>
 #include <QPixmap>
-
 #include <initializer_list>
 
 #include "SymbolImage.h"

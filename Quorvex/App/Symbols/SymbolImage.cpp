@@ -9,7 +9,7 @@ QString symbolFile(const QString& name) {
 }
 
 QImage symbolImage(QSvgRenderer& symbol, QSize size, double scale, const QColor& color) {
-  QImage image(size * scale, QImage::Format_ARGB32_Premultiplied);
+  QImage image((QSizeF{size} * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
   QPainter painter(&image);
   symbol.render(&painter, QRectF{QPointF{}, QSizeF{image.size()}});

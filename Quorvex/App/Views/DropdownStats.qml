@@ -28,7 +28,8 @@ Card {
                 required property string accessibilityText
 
                 Layout.fillWidth: true
-                Layout.preferredWidth: 1
+                Layout.alignment: Qt.AlignTop
+                Layout.preferredWidth: Math.max(14 * Theme.unit, number.implicitWidth, captionText.implicitWidth)
                 spacing: 3
                 Accessible.role: Accessible.StaticText
                 Accessible.name: accessibilityText
@@ -41,6 +42,8 @@ Card {
                     tone: cell.color === "primary" ? "secondary" : cell.color
                 }
                 Figures {
+                    id: number
+
                     Layout.alignment: Qt.AlignHCenter
                     text: cell.text
                     font: Theme.bodyStrong
@@ -48,6 +51,8 @@ Card {
                     Accessible.ignored: true
                 }
                 TextLine {
+                    id: captionText
+
                     Layout.fillWidth: true
                     horizontalAlignment: Text.AlignHCenter
                     text: cell.caption

@@ -62,7 +62,8 @@ Card {
                 }
             }
             RowLayout {
-                Layout.preferredWidth: 60 * Theme.unit
+                Layout.fillWidth: row.columns === 1
+                Layout.preferredWidth: 66 * Theme.unit
                 Layout.leftMargin: row.columns === 1 ? 17 : 0
                 spacing: Theme.medium
 

@@ -24,8 +24,9 @@ T.AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: text !== "" ? text : description
     Accessible.description: help
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Accessible.onPressAction: if (enabled) clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         Row {

@@ -48,6 +48,8 @@ FocusScope {
                 focusPolicy: Qt.StrongFocus
                 Accessible.name: modelData.accessibilityLabel ?? modelData.title
                 Accessible.description: modelData.help ?? ""
+                Accessible.onPressAction: control.chosen(index)
+                Accessible.onToggleAction: control.chosen(index)
                 autoExclusive: false
                 checked: isCurrent
                 onToggled: checked = Qt.binding(() => isCurrent)

@@ -23,6 +23,7 @@ Item {
             Layout.minimumWidth: view.isWide ? 72 * Theme.unit : 0
             Layout.preferredHeight: view.isWide ? view.height : view.height * 0.4
             Layout.maximumHeight: view.isWide ? Infinity : view.height * 0.4
+            hasEdge: view.isWide
             model: view.model
         }
         Rectangle {

@@ -7,6 +7,7 @@ Rectangle {
     id: pane
 
     required property var model
+    property bool hasEdge: true
     readonly property var content: model.content
 
     color: Theme.card
@@ -76,6 +77,7 @@ Rectangle {
         anchors.right: parent.right
         width: 1
         height: parent.height
+        visible: pane.hasEdge
         color: Theme.line
     }
 }

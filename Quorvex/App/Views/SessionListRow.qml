@@ -23,7 +23,8 @@ T.ItemDelegate {
     Accessible.name: accessibilityText
     Accessible.selectable: true
     Accessible.selected: isSelected
-    Keys.onReturnPressed: click()
+    Accessible.onPressAction: clicked()
+    Keys.onReturnPressed: clicked()
 
     contentItem: ColumnLayout {
         spacing: 4

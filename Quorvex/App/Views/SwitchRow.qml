@@ -20,6 +20,15 @@ T.AbstractButton {
     Accessible.description: help
     Accessible.checkable: true
     Accessible.checked: checked
+    Accessible.onToggleAction: press()
+    Accessible.onPressAction: press()
+
+    function press() {
+        if (enabled) {
+            toggle()
+            toggled()
+        }
+    }
 
     contentItem: RowLayout {
         id: row

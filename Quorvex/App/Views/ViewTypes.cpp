@@ -1,5 +1,6 @@
 #include "ViewTypes.h"
 
+#include <QQuickWindow>
 #include <QtQml>
 
 #include "ChartItem.h"
@@ -12,6 +13,9 @@ namespace quorvex {
 void registerViewTypes(QQmlEngine& engine) {
   static constexpr const char* module = "Quorvex.Items";
   static const bool isRegistered = [] {
+    // Drawn by the processor: these windows are calm, and a graphics processor that wakes for them
+    // would show in their own figures.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     qmlRegisterType<ChartItem>(module, 1, 0, "ChartItem");
     qmlRegisterType<FiguresItem>(module, 1, 0, "FiguresItem");
     qmlRegisterType<SymbolItem>(module, 1, 0, "SymbolItem");

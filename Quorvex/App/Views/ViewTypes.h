@@ -4,7 +4,8 @@
 
 namespace quorvex {
 
-/// Makes the program's views and the items that they are drawn with known to an engine. Main thread.
+/// Makes the program's views and the items that they are drawn with known to an engine. Main
+/// thread.
 void registerViewTypes(QQmlEngine& engine);
 
 }  // namespace quorvex

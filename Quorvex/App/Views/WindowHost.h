@@ -1,14 +1,11 @@
 #pragma once
 
-#include <QObject>
-#include <QPointer>
-#include <QQmlEngine>
-#include <QQuickWindow>
 #include <QRect>
-
-#include <array>
 #include <functional>
 #include <memory>
+
+class QObject;
+class QQuickWindow;
 
 namespace quorvex {
 
@@ -17,50 +14,37 @@ enum class Scene { dropdown, dashboard, settings };
 
 /// Opens windows and takes them down. Nothing of a window exists before it is opened, the views'
 /// language engine included, and nothing is left when the last one is closed. Main thread.
-class WindowHost : public QObject {
-  Q_OBJECT
-
+class WindowHost {
  public:
-  /// Makes what a window shows. Its meta-object properties are what the view binds to; a slot
+  /// Makes what a window shows. Its meta-object properties are what the view binds to; an invokable
   /// `setShown(bool)` hears whether anyone can see the window.
   using ModelMaker = std::function<std::unique_ptr<QObject>(Scene)>;
 
-  explicit WindowHost(ModelMaker makeModel, QObject* parent = nullptr);
-  ~WindowHost() override;
+  WindowHost() = default;
+  WindowHost(const WindowHost&) = delete;
+  WindowHost& operator=(const WindowHost&) = delete;
+  virtual ~WindowHost() = default;
 
   /// Opens the window, or brings it to the front.
-  void open(Scene scene);
-  /// Opens the dropdown without a frame, beside `anchor` on the screen (beside the pointer when that
-  /// is empty); it closes when the user turns to something else.
-  void openPopover(const QRect& anchor);
-  void close(Scene scene);
+  virtual void open(Scene scene) = 0;
+  /// Opens the dropdown without a frame, beside `anchor` on the screen (beside the pointer when
+  /// that is empty), or closes it; it also closes when the user turns to something else.
+  virtual void openPopover(const QRect& anchor) = 0;
+  virtual void close(Scene scene) = 0;
 
-  [[nodiscard]] bool isOpen(Scene scene) const;
   /// The open window; null without one.
-  [[nodiscard]] QQuickWindow* window(Scene scene) const;
-  [[nodiscard]] bool hasWindows() const;
+  [[nodiscard]] virtual QQuickWindow* window(Scene scene) const = 0;
+  [[nodiscard]] bool isOpen(Scene scene) const { return window(scene) != nullptr; }
   /// Whether the views' language engine is loaded.
-  [[nodiscard]] bool hasEngine() const { return engine_ != nullptr; }
+  [[nodiscard]] virtual bool hasEngine() const = 0;
 
- signals:
-  void windowClosed(quorvex::Scene scene);
-  void lastWindowClosed();
-
- private:
-  /// A window and what it shows.
-  struct OpenWindow {
-    std::unique_ptr<QObject> model;
-    std::unique_ptr<QQuickWindow> window;
-  };
-  static constexpr std::size_t sceneCount = 3;
-
-  QQuickWindow* make(Scene scene, bool isPopover);
-  void followVisibility(Scene scene, bool isPopover);
-  void takeDown(Scene scene);
-
-  ModelMaker makeModel_;
-  std::unique_ptr<QQmlEngine> engine_;
-  std::array<OpenWindow, sceneCount> windows_;
+  /// `callback` is called whenever the last window has gone.
+  virtual void whenLastWindowCloses(std::function<void()> callback) = 0;
 };
+
+/// The one function that the module of the windows offers, by C linkage under this name. The caller
+/// owns the result and moves the maker into it: `extern "C" WindowHost*
+/// quorvex_make_windows(WindowHost::ModelMaker* makeModel)`.
+inline constexpr const char* windowsEntryPoint = "quorvex_make_windows";
 
 }  // namespace quorvex

@@ -23,8 +23,8 @@ QPolygonF placed(const QPolygonF& points, const QRectF& area) {
   QPolygonF result;
   result.reserve(points.size());
   for (const QPointF& point : points) {
-    result.push_back({area.left() + point.x() * area.width(),
-                      area.bottom() - point.y() * area.height()});
+    result.push_back(
+        {area.left() + point.x() * area.width(), area.bottom() - point.y() * area.height()});
   }
   return result;
 }

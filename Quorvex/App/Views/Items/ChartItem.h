@@ -7,8 +7,8 @@
 namespace quorvex {
 
 /// Lines over a common ground, drawn from values that are already placed: 0 to 1 from left to right
-/// and from bottom to top. Each series is a map of `color` (a name among `colors`) and `runs` (lists
-/// of points; a line does not cross from one to the next). Main thread.
+/// and from bottom to top. Each series is a map of `color` (a name among `colors`) and `runs`
+/// (lists of points; a line does not cross from one to the next). Main thread.
 class ChartItem : public QQuickPaintedItem {
   Q_OBJECT
   Q_PROPERTY(QVariantList series READ series WRITE setSeries NOTIFY seriesChanged)

@@ -1,6 +1,7 @@
 #include "SymbolItem.h"
 
 #include <QPainter>
+#include <QQuickWindow>
 
 #include "SymbolImage.h"
 
@@ -35,8 +36,8 @@ void SymbolItem::paint(QPainter* painter) {
   if (!renderer_.isValid()) {
     return;
   }
-  painter->drawImage(boundingRect(), symbolImage(renderer_, size().toSize(),
-                                                 painter->device()->devicePixelRatio(), color_));
+  const double scale = window() != nullptr ? window()->effectiveDevicePixelRatio() : 1.0;
+  painter->drawImage(boundingRect(), symbolImage(renderer_, size().toSize(), scale, color_));
 }
 
 }  // namespace quorvex

@@ -1,4 +1,4 @@
-#include "WindowHost.h"
+#include "QuickWindowHost.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -7,7 +7,6 @@
 #include <QScreen>
 #include <QTimer>
 #include <QVariantMap>
-
 #include <algorithm>
 
 #include "FatalError.h"
@@ -17,6 +16,7 @@ namespace quorvex {
 
 namespace {
 
+constexpr qint64 sameClick = 250;  ///< milliseconds between the two effects of one click
 constexpr int popoverGap = 6;  ///< between the menu-bar item and the window, and at screen edges
 
 QUrl sourceOf(Scene scene) {
@@ -31,37 +31,30 @@ QPoint placeBeside(const QRect& anchor, QSize size, const QRect& screen) {
   const bool isAtTop = anchor.center().y() < screen.center().y();
   const int y = isAtTop ? anchor.bottom() + popoverGap : anchor.top() - popoverGap - size.height();
   const int x = anchor.center().x() - size.width() / 2;
-  return {std::clamp(x, screen.left() + popoverGap,
-                     std::max(screen.left() + popoverGap,
-                              screen.right() - popoverGap - size.width())),
-          std::clamp(y, screen.top(), std::max(screen.top(), screen.bottom() - size.height()))};
+  return {
+      std::clamp(x, screen.left() + popoverGap,
+                 std::max(screen.left() + popoverGap, screen.right() - popoverGap - size.width())),
+      std::clamp(y, screen.top(), std::max(screen.top(), screen.bottom() - size.height()))};
 }
 
 }  // namespace
 
-WindowHost::WindowHost(ModelMaker makeModel, QObject* parent)
-    : QObject(parent), makeModel_(std::move(makeModel)) {}
-
-WindowHost::~WindowHost() {
+QuickWindowHost::~QuickWindowHost() {
   for (auto& open : windows_) {
     open.window.reset();
     open.model.reset();
   }
 }
 
-bool WindowHost::isOpen(Scene scene) const {
-  return window(scene) != nullptr;
-}
-
-QQuickWindow* WindowHost::window(Scene scene) const {
+QQuickWindow* QuickWindowHost::window(Scene scene) const {
   return windows_.at(static_cast<std::size_t>(scene)).window.get();
 }
 
-bool WindowHost::hasWindows() const {
+bool QuickWindowHost::hasWindows() const {
   return std::ranges::any_of(windows_, [](const auto& open) { return open.window != nullptr; });
 }
 
-QQuickWindow* WindowHost::make(Scene scene, bool isPopover) {
+QQuickWindow* QuickWindowHost::make(Scene scene, bool isPopover) {
   if (engine_ == nullptr) {
     engine_ = std::make_unique<QQmlEngine>();
     registerViewTypes(*engine_);
@@ -83,7 +76,7 @@ QQuickWindow* WindowHost::make(Scene scene, bool isPopover) {
   return window;
 }
 
-void WindowHost::open(Scene scene) {
+void QuickWindowHost::open(Scene scene) {
   if (auto* present = window(scene)) {
     present->show();
     present->raise();
@@ -95,9 +88,13 @@ void WindowHost::open(Scene scene) {
   followVisibility(scene, false);
 }
 
-void WindowHost::openPopover(const QRect& anchor) {
+void QuickWindowHost::openPopover(const QRect& anchor) {
   if (isOpen(Scene::dropdown)) {
     close(Scene::dropdown);
+    return;
+  }
+  // The click that was to close an open popover has already closed it by turning elsewhere.
+  if (sincePopoverLeft_.isValid() && sincePopoverLeft_.elapsed() < sameClick) {
     return;
   }
   auto* made = make(Scene::dropdown, true);
@@ -113,13 +110,13 @@ void WindowHost::openPopover(const QRect& anchor) {
   followVisibility(Scene::dropdown, true);
 }
 
-void WindowHost::close(Scene scene) {
+void QuickWindowHost::close(Scene scene) {
   if (auto* present = window(scene)) {
     present->close();
   }
 }
 
-void WindowHost::followVisibility(Scene scene, bool isPopover) {
+void QuickWindowHost::followVisibility(Scene scene, bool isPopover) {
   const auto& open = windows_.at(static_cast<std::size_t>(scene));
   auto* window = open.window.get();
   auto* model = open.model.get();
@@ -133,15 +130,16 @@ void WindowHost::followVisibility(Scene scene, bool isPopover) {
     }
   });
   if (isPopover) {
-    connect(window, &QWindow::activeChanged, window, [window] {
+    connect(window, &QWindow::activeChanged, window, [this, window] {
       if (!window->isActive()) {
+        sincePopoverLeft_.start();
         window->close();
       }
     });
   }
 }
 
-void WindowHost::takeDown(Scene scene) {
+void QuickWindowHost::takeDown(Scene scene) {
   auto& open = windows_.at(static_cast<std::size_t>(scene));
   if (open.window == nullptr || open.window->isVisible()) {
     return;
@@ -149,12 +147,16 @@ void WindowHost::takeDown(Scene scene) {
   // The view goes before the model that it is bound to.
   open.window.release()->deleteLater();
   open.model.release()->deleteLater();
-  emit windowClosed(scene);
   if (hasWindows()) {
     return;
   }
-  engine_.release()->deleteLater();
-  emit lastWindowClosed();
+  QQmlEngine* engine = engine_.release();
+  connect(engine, &QObject::destroyed, this, [this] {
+    if (engine_ == nullptr && lastWindowClosed_) {
+      lastWindowClosed_();
+    }
+  });
+  engine->deleteLater();
 }
 
 }  // namespace quorvex
