@@ -3,7 +3,7 @@
 namespace quorvex {
 
 std::string modulePath(const char* moduleName) {
-  // The executable's run path names its own folder, with links resolved.
+  // The caller's run path names that folder, with links resolved.
   return moduleName;
 }
 

@@ -4,14 +4,15 @@
 
 #include <string>
 
+#include "ModulePath.h"
 #include "Output.h"
 
 namespace quorvex {
 
 std::unique_ptr<WindowHost> loadWindows(WindowHost::ModelMaker makeModel) {
   using EntryPoint = WindowHost* (*)(WindowHost::ModelMaker*);
-  // The run path names the program's own folder. The module stays loaded to the end.
-  void* module = dlopen(QUORVEX_WINDOWS_MODULE, RTLD_NOW | RTLD_LOCAL);
+  // The module stays loaded to the end.
+  void* module = dlopen(modulePath(QUORVEX_WINDOWS_MODULE).c_str(), RTLD_NOW | RTLD_LOCAL);
   void* symbol = module != nullptr ? dlsym(module, windowsEntryPoint) : nullptr;
   if (symbol == nullptr) {
     const char* reason = dlerror();
