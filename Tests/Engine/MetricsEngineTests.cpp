@@ -6,9 +6,7 @@
 #include <limits>
 #include <string>
 
-#include "FakeMachine.h"
-#include "MetricsEngine.h"
-#include "SteppedContext.h"
+#include "MetricsEngineFixture.h"
 
 namespace quorvex {
 namespace {
@@ -17,51 +15,10 @@ using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using testing::FakeMachine;
 using ::testing::IsEmpty;
+using testing::MetricsEngineTest;
+using testing::siliconReadTime;
 using ::testing::SizeIs;
 using testing::SteppedContext;
-
-/// What a silicon reading blocks for, in seconds.
-constexpr double siliconReadTime = 0.1;
-
-class MetricsEngineTest : public ::testing::Test {
- protected:
-  MetricsEngineTest() {
-    setCPUWatts(4.0);
-    setCounters(1000, 500);
-    machine.interfaces.names[4] = "en0";
-  }
-
-  void makeEngine(double interval = 2.0, std::int64_t historyLimit = 60) {
-    engine = MetricsEngine::make(machine, stepped.context(), interval, historyLimit);
-  }
-
-  void setCPUWatts(double watts) {
-    const auto nanojoules = static_cast<std::int64_t>(watts * siliconReadTime * 1e9);
-    machine.energy.setChannels({{.name = "CPU Energy", .value = nanojoules}});
-  }
-  void setCounters(std::uint64_t bytesIn, std::uint64_t bytesOut) {
-    machine.interfaces.set({{.index = 4, .bytesIn = bytesIn, .bytesOut = bytesOut}});
-  }
-  void setHelperSensor(const std::string& key, double temperature) {
-    constexpr const char* path = PrivilegedSMCHelperService::defaultHelperPath;
-    machine.files.set(path, {});
-    machine.children.answer(path, {"read-temperatures-json"},
-                            {.output = R"([{"key":")" + key + R"(","name":"N","temperature":)" +
-                                       std::to_string(temperature) + "}]"});
-  }
-
-  [[nodiscard]] const SystemPowerState& current() const { return engine->currentState().value(); }
-  [[nodiscard]] const std::vector<SystemPowerState>& history() const {
-    return engine->history().value();
-  }
-  /// How many polls have been published.
-  [[nodiscard]] std::size_t pollCount() const { return history().size(); }
-  [[nodiscard]] double cpuWatts() const { return current().power ? current().power->cpuPower : -1; }
-
-  FakeMachine machine;
-  SteppedContext stepped{machine.time};
-  std::shared_ptr<MetricsEngine> engine;
-};
 
 TEST_F(MetricsEngineTest, BeginsStoppedWithAnEmptyStateOfTheMomentOfItsConstruction) {
   machine.time.advance(5.0);
@@ -597,108 +554,6 @@ TEST_F(MetricsEngineTest, RatesAreAgainstTheStateThatIsCurrentWhenTheReadEnds) {
   // Both reads began before any state was published; the second ended a tenth of a second later.
   ASSERT_EQ(pollCount(), 2U);
   EXPECT_DOUBLE_EQ(current().network->interfaces[0].bytesInPerSec, 100.0 / siliconReadTime);
-}
-
-TEST_F(MetricsEngineTest, TheLoopDoesNotKeepTheEngineAlive) {
-  makeEngine(2.0);
-  engine->start();
-  stepped.settle();
-  const std::weak_ptr<MetricsEngine> weak = engine;
-  engine.reset();
-  EXPECT_TRUE(weak.expired());
-  EXPECT_EQ(stepped.sleeper().pendingCount(), 0U);
-  const auto reads = machine.battery.log().size();
-  stepped.advance(100.0);
-  EXPECT_EQ(machine.battery.log().size(), reads);
-}
-
-TEST_F(MetricsEngineTest, AnEngineThatGoesBeforeItsFirstTurnReadsNothing) {
-  makeEngine(2.0);
-  engine->start();
-  engine.reset();
-  stepped.advance(100.0);
-  EXPECT_THAT(machine.battery.log(), IsEmpty());
-}
-
-TEST_F(MetricsEngineTest, AnEngineThatIsLetGoDuringAReadEndsWithIt) {
-  makeEngine(2.0);
-  engine->start();
-  stepped.runMainThread();
-  const std::weak_ptr<MetricsEngine> weak = engine;
-  engine.reset();
-  EXPECT_FALSE(weak.expired());
-  stepped.settle();
-  EXPECT_TRUE(weak.expired());
-  EXPECT_EQ(stepped.sleeper().pendingCount(), 0U);
-}
-
-TEST_F(MetricsEngineTest, ASnapshotOutlivesWhoLetsGoOfTheEngineBeforeItBegins) {
-  makeEngine();
-  auto operation = engine->snapshot();
-  engine.reset();
-  EXPECT_EQ(stepped.run(std::move(operation)).power->cpuPower, 4.0);
-}
-
-TEST_F(MetricsEngineTest, AnObserverMayStopTheEngineFromWithinAPoll) {
-  makeEngine(2.0);
-  const Subscription subscription =
-      engine->currentState().subscribe([this](const SystemPowerState&) { engine->stop(); });
-  engine->start();
-  stepped.advance(100.0);
-  EXPECT_EQ(pollCount(), 1U);
-  EXPECT_FALSE(engine->isRunning().value());
-}
-
-TEST_F(MetricsEngineTest, AnObserverMayRestartTheLoopFromWithinAPoll) {
-  makeEngine(2.0);
-  const Subscription subscription =
-      engine->currentState().subscribe([this](const SystemPowerState&) {
-        if (engine->interval().value() < 5.0) {
-          engine->setInterval(5.0);
-        }
-      });
-  engine->start();
-  stepped.settle();
-  EXPECT_EQ(pollCount(), 2U);
-  EXPECT_THAT(stepped.sleeper().sleeps(), ElementsAre(5.0));
-}
-
-TEST_F(MetricsEngineTest, AnObserverMayStopTheEngineFromWithinItsStart) {
-  makeEngine(2.0);
-  const Subscription subscription = engine->isRunning().subscribe([this](bool isRunning) {
-    if (isRunning) {
-      engine->stop();
-    }
-  });
-  engine->start();
-  EXPECT_FALSE(engine->isRunning().value());
-  stepped.advance(100.0);
-  EXPECT_EQ(pollCount(), 1U);
-  EXPECT_EQ(stepped.sleeper().pendingCount(), 0U);
-}
-
-TEST_F(MetricsEngineTest, AnObserverMayLetGoOfTheEngineFromWithinAPoll) {
-  makeEngine(2.0);
-  const Subscription subscription =
-      engine->currentState().subscribe([this](const SystemPowerState&) { engine.reset(); });
-  const std::weak_ptr<MetricsEngine> weak = engine;
-  engine->start();
-  stepped.settle();
-  EXPECT_TRUE(weak.expired());
-}
-
-TEST_F(MetricsEngineTest, AnIntervalOfZeroPollsInEveryTurnAndStillCanBeStopped) {
-  makeEngine(0.0);
-  std::size_t polls = 0;
-  const Subscription subscription = engine->currentState().subscribe([&](const SystemPowerState&) {
-    if (++polls == 5) {
-      engine->stop();
-    }
-  });
-  engine->start();
-  stepped.advance(0.0);
-  stepped.advance(1.0);
-  EXPECT_EQ(polls, 5U);
 }
 
 }  // namespace
