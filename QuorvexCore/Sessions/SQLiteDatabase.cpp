@@ -2,8 +2,10 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <system_error>
+#include <vector>
 
 namespace quorvex {
 
@@ -146,6 +148,40 @@ StoreResult<SQLiteDatabase> SQLiteDatabase::open(const std::filesystem::path& pa
   return database;
 }
 
+StoreResult<std::string> SQLiteDatabase::firstBytes(const std::filesystem::path& path,
+                                                    std::size_t count) {
+  // By the database's own access to files: the system drops all locks that the process has on a
+  // file when any other descriptor of it is closed, and a store may be open here already.
+  sqlite3_vfs* const vfs = sqlite3_vfs_find(nullptr);
+  // A database's name ends with two zeros.
+  std::string name(static_cast<std::size_t>(vfs->mxPathname) + 2, '\0');
+  if ((vfs->xFullPathname(vfs, path.c_str(), vfs->mxPathname + 1, name.data()) & 0xFF) !=
+      SQLITE_OK) {
+    return errorOf(SQLITE_CANTOPEN, nullptr);
+  }
+  std::vector<std::max_align_t> memory(
+      static_cast<std::size_t>(vfs->szOsFile) / sizeof(std::max_align_t) + 1);
+  auto* const file = reinterpret_cast<sqlite3_file*>(memory.data());
+  if (vfs->xOpen(vfs, name.c_str(), file, SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_DB, nullptr) !=
+      SQLITE_OK) {
+    const int reason = vfs->xGetLastError(vfs, 0, nullptr);
+    return StoreError{Kind::cannotOpen, "The session store cannot be opened: " +
+                                            std::generic_category().message(reason)};
+  }
+  std::string bytes(count, '\0');
+  int code = file->pMethods->xRead(file, bytes.data(), static_cast<int>(count), 0);
+  if (code == SQLITE_IOERR_SHORT_READ) {
+    sqlite3_int64 size = 0;
+    code = file->pMethods->xFileSize(file, &size);
+    bytes.resize(std::min(count, static_cast<std::size_t>(size)));
+  }
+  file->pMethods->xClose(file);
+  if (code != SQLITE_OK) {
+    return errorOf(code, nullptr);
+  }
+  return bytes;
+}
+
 StoreResult<void> SQLiteDatabase::execute(const char* sql) {
   const int code = sqlite3_exec(database_.get(), sql, nullptr, nullptr, nullptr);
   if (code != SQLITE_OK) {
@@ -192,6 +228,12 @@ bool SQLiteDatabase::isReadOnly() const {
   return sqlite3_db_readonly(database_.get(), "main") == 1;
 }
 
+bool SQLiteDatabase::hasMoved() const {
+  int moved = 0;
+  const int code = sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  return code == SQLITE_OK && moved != 0;
+}
+
 void SQLiteDatabase::keepLogOnClose(bool keep) {
   sqlite3_db_config(database_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, keep ? 1 : 0, nullptr);
 }
@@ -209,6 +251,10 @@ SQLiteTransaction::~SQLiteTransaction() {
 }
 
 StoreResult<void> SQLiteTransaction::begin() {
+  // The system would let a commit into a deleted file succeed.
+  if (database_.hasMoved()) {
+    return StoreError{Kind::gone, "The session store was moved or deleted while it was open"};
+  }
   return runPrepared(database_.begin_, "BEGIN IMMEDIATE");
 }
 

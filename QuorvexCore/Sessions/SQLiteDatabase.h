@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -70,6 +71,10 @@ class SQLiteDatabase {
                                                         Mode mode,
                                                         std::chrono::milliseconds busyTimeout);
 
+  /// The first bytes of a file, at most `count`, without opening it as a database.
+  [[nodiscard]] static StoreResult<std::string> firstBytes(const std::filesystem::path& path,
+                                                           std::size_t count);
+
   /// Runs statements without parameters; rows are dropped.
   [[nodiscard]] StoreResult<void> execute(const char* sql);
   [[nodiscard]] StoreResult<SQLiteStatement> prepare(std::string_view sql);
@@ -82,6 +87,8 @@ class SQLiteDatabase {
   [[nodiscard]] bool isInTransaction() const;
   /// Whether the file could be opened for reading only.
   [[nodiscard]] bool isReadOnly() const;
+  /// Whether the file is no longer where it was opened: what is written would be lost with it.
+  [[nodiscard]] bool hasMoved() const;
   /// Whether the write-ahead log stays as it is when this connection closes as the last.
   void keepLogOnClose(bool keep);
 
@@ -99,7 +106,7 @@ class SQLiteDatabase {
 };
 
 /// A write transaction: begun at once, so that it waits for other writers before it reads, and
-/// rolled back unless `commit` succeeds.
+/// rolled back unless `commit` succeeds. None begins in a file that was moved or deleted.
 class SQLiteTransaction {
  public:
   explicit SQLiteTransaction(SQLiteDatabase& database) : database_(database) {}

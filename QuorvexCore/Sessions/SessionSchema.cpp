@@ -2,11 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <array>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace quorvex::SessionSchema {
@@ -57,9 +55,8 @@ CREATE INDEX PowerSessionSampleBySession ON PowerSessionSample (session, timesta
 )";
 
 constexpr std::size_t headerSize = 100;
-using Header = std::array<char, headerSize>;
 
-std::int64_t bigEndian32(const Header& header, std::size_t offset) {
+std::int64_t bigEndian32(std::string_view header, std::size_t offset) {
   std::uint32_t value = 0;
   for (std::size_t i = 0; i < 4; ++i) {
     value = (value << 8U) | static_cast<unsigned char>(header[offset + i]);
@@ -95,42 +92,49 @@ StoreResult<void> inspect(const path& file) {
               {Kind::cannotOpen, error ? "The session store cannot be opened: " + error.message()
                                        : "The session store is not a regular file"});
   }
-  std::ifstream stream{file, std::ios::binary};
-  if (!stream) {
-    return at(file, {Kind::cannotOpen, "The session store cannot be opened: " +
-                                           std::generic_category().message(errno)});
+  const auto header = SQLiteDatabase::firstBytes(file, headerSize);
+  if (!header) {
+    return at(file, header.error());
   }
-  Header header{};
-  stream.read(header.data(), header.size());
-  if (stream.gcount() == 0) {
+  if (header->empty()) {
     // What a crash leaves that came before the first page.
     return {};
   }
   constexpr std::size_t versionOffset = 60;
   constexpr std::size_t applicationOffset = 68;
-  if (stream.gcount() < static_cast<std::streamsize>(header.size()) ||
-      std::memcmp(header.data(), "SQLite format 3", 16) != 0 ||
-      bigEndian32(header, applicationOffset) != applicationID) {
+  constexpr std::string_view magic{"SQLite format 3", 16};
+  if (header->size() < headerSize || !header->starts_with(magic) ||
+      bigEndian32(*header, applicationOffset) != applicationID) {
     return notAStore(file);
   }
-  if (bigEndian32(header, versionOffset) > version) {
+  if (bigEndian32(*header, versionOffset) > version) {
     return newerSchema(file);
   }
   return {};
 }
 
+StoreResult<bool> hasTables(SQLiteDatabase& database) {
+  const auto found = database.integerOf("PRAGMA user_version");
+  if (!found) {
+    return found.error();
+  }
+  return *found != 0;
+}
+
 StoreResult<void> createTables(SQLiteDatabase& database) {
+  // Opening a store does not wait for who writes to it.
+  auto found = hasTables(database);
+  if (!found || *found) {
+    return found ? StoreResult<void>{} : found.error();
+  }
   SQLiteTransaction transaction{database};
   if (auto begun = transaction.begin(); !begun) {
     return begun;
   }
   // Another process may have been quicker.
-  const auto found = database.integerOf("PRAGMA user_version");
-  if (!found) {
-    return found.error();
-  }
-  if (*found != 0) {
-    return {};
+  found = hasTables(database);
+  if (!found || *found) {
+    return found ? StoreResult<void>{} : found.error();
   }
   const std::string identification =
       fmt::format("PRAGMA application_id = {}; PRAGMA user_version = {};", applicationID, version);

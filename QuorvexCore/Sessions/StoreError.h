@@ -16,6 +16,7 @@ struct StoreError {
     readOnly,        ///< the file may not be written
     diskFull,        ///< no space left for the change
     busy,            ///< another process kept the store longer than the time-out
+    gone,            ///< the file was moved or deleted while it was open
     failedIO,        ///< the disk or the database failed in another way
     sessionDeleted,  ///< the session is no longer in the store
     notEncodable,    ///< a value that has no JSON form

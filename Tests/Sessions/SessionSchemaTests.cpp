@@ -169,6 +169,24 @@ TEST_F(SessionSchemaTests, AFolderIsNoStore) {
             (StoreError{Kind::cannotOpen, "The session store is not a regular file: " + name()}));
 }
 
+TEST_F(SessionSchemaTests, AStoreIsOpenedWhileAnotherProcessWritesToIt) {
+  makeStore();
+  SQLiteDatabase other = database();
+  ASSERT_TRUE(other.execute("BEGIN IMMEDIATE"));
+  const auto store = tryOpen();
+  ASSERT_TRUE(store) << store.error().description;
+  EXPECT_NE(*(*store)->activeSession(), nullptr);
+}
+
+TEST_F(SessionSchemaTests, AStoreBehindASymbolicLinkIsOpened) {
+  makeStore();
+  const auto link = folder.path() / "link.store";
+  std::filesystem::create_symlink(folder.store(), link);
+  const auto store = PowerSessionStore::open({.appVersion = "1", .storeURL = link}, clock);
+  ASSERT_TRUE(store) << store.error().description;
+  EXPECT_NE(*(*store)->activeSession(), nullptr);
+}
+
 TEST_F(SessionSchemaTests, AReadOnlyFileIsRefused) {
   makeStore();
   std::filesystem::permissions(folder.store(), std::filesystem::perms{0444});

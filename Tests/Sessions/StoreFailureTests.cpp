@@ -205,5 +205,45 @@ TEST_F(StoreFailureTests, AStoreThatAnotherProcessKeepsIsBusy) {
   EXPECT_THAT(storedTimes(), ElementsAre(1.0, 2.0));
 }
 
+TEST_F(StoreFailureTests, AStoreThatIsMovedAwaySaysSoAndSavesAllOnceItIsBack) {
+  const auto store = openStore();
+  const auto session = start(*store);
+  ASSERT_TRUE(append(*store, *session, 1.0));
+  const auto away = folder.path() / "away";
+  std::filesystem::rename(folder.store(), away);
+  const auto failed = store->appendSample(*session, laptopState(2.0), {}, std::nullopt);
+  ASSERT_FALSE(failed);
+  EXPECT_EQ(failed.error(),
+            (StoreError{Kind::gone, "The session store was moved or deleted while it was open"}));
+  // Reading goes on meanwhile.
+  EXPECT_THAT(store->samples(*session), SizeIs(2));
+  std::filesystem::rename(away, folder.store());
+  ASSERT_TRUE(append(*store, *session, 3.0));
+  EXPECT_THAT(storedTimes(), ElementsAre(1.0, 2.0, 3.0));
+}
+
+TEST_F(StoreFailureTests, AStoreThatWasDeletedIsGoneAndLeavesTheOneThatTookItsPlaceAlone) {
+  auto store = openStore();
+  const auto session = start(*store);
+  for (const char* suffix : {"", "-wal", "-shm"}) {
+    std::filesystem::remove(folder.store().string() + suffix);
+  }
+  EXPECT_FALSE(append(*store, *session, 1.0));
+  const auto other = openStore();
+  EXPECT_THAT(*other->sessions(), IsEmpty());
+  EXPECT_FALSE(append(*store, *session, 2.0));
+  EXPECT_EQ(store->stopSession(*session, secondsIn(3.0)).error().kind, Kind::gone);
+  EXPECT_EQ(store->deleteSession(*session).error().kind, Kind::gone);
+  EXPECT_EQ(store->startSession("B", PowerSessionSource::app, 2.0, secondsIn(4.0)).error().kind,
+            Kind::gone);
+  EXPECT_THAT(*other->sessions(), IsEmpty());
+  const auto newSession = start(*other, 5.0);
+  ASSERT_TRUE(append(*other, *newSession, 6.0));
+  // Whoever closes the gone store must not take the other's log along.
+  store.reset();
+  EXPECT_TRUE(std::filesystem::exists(folder.store().string() + "-wal"));
+  EXPECT_THAT(storedTimes(), ElementsAre(6.0));
+}
+
 }  // namespace
 }  // namespace quorvex

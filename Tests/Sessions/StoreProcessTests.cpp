@@ -186,6 +186,32 @@ TEST_F(StoreProcessTests, ProcessesThatAppendAtTheSameTimeLoseAndDoubleNothing) 
   EXPECT_THAT(store->samples(*session), SizeIs(processes * samplesEach));
 }
 
+TEST_F(StoreProcessTests, AStoreThatOneProcessOpensTwiceKeepsItsLogWhenAnotherProcessLeaves) {
+  std::array<int, 2> gate{};
+  ASSERT_EQ(pipe(gate.data()), 0);
+  // Made before anything is open, since a fork inherits no locks but all knowledge of them.
+  Child visitor{[&](int output) {
+    close(gate[1]);
+    char unused = 0;
+    static_cast<void>(!read(gate[0], &unused, 1));
+    appendAndAnnounce(output, 1, 50.0);
+  }};
+  const auto store = openStore();
+  const auto session = start(*store);
+  // A worker of the app reads the same file for itself, and lets go of it.
+  for (int i = 0; i < 2; ++i) {
+    ASSERT_TRUE(openStore());
+  }
+  close(gate[1]);
+  close(gate[0]);
+  EXPECT_TRUE(visitor.next());
+  EXPECT_EQ(visitor.wait(), 0);
+  // The last to leave takes the log along; the visitor is not the last.
+  EXPECT_TRUE(std::filesystem::exists(folder.store().string() + "-wal"));
+  ASSERT_TRUE(store->appendSample(*session, laptopState(60.0), {}, std::nullopt));
+  EXPECT_THAT(storedIds(), SizeIs(2));
+}
+
 TEST_F(StoreProcessTests, ProcessesThatMakeTheStoreAtTheSameTimeAllSucceed) {
   constexpr int processes = 6;
   for (int round = 0; round < 5; ++round) {
