@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "SystemTree.h"
+#include "Text.h"
 
 namespace quorvex {
 
@@ -39,15 +40,27 @@ std::string execValue(std::string_view path) {
   return value;
 }
 
-/// Whether the entry says that it is not to be started.
+/// Whether the entry says that it is not to be started. Other programs may have written it: spaces
+/// around the equals sign do not count, and groups after the entry's own are not about it.
 bool isSwitchedOff(std::string_view entry) {
+  bool isOwnGroup = false;
   while (!entry.empty()) {
     const std::size_t end = entry.find('\n');
-    const std::string_view line = entry.substr(0, end);
-    if (line == "Hidden=true" || line == "X-GNOME-Autostart-enabled=false") {
+    const std::string_view line = text::trimmed(entry.substr(0, end));
+    entry.remove_prefix(end == std::string_view::npos ? entry.size() : end + 1);
+    if (line.starts_with('[')) {
+      isOwnGroup = line == "[Desktop Entry]";
+    }
+    const std::size_t equals = line.find('=');
+    if (!isOwnGroup || equals == std::string_view::npos) {
+      continue;
+    }
+    const std::string_view key = text::trimmed(line.substr(0, equals));
+    const std::string_view value = text::trimmed(line.substr(equals + 1));
+    if ((key == "Hidden" && value == "true") ||
+        (key == "X-GNOME-Autostart-enabled" && value == "false")) {
       return true;
     }
-    entry.remove_prefix(end == std::string_view::npos ? entry.size() : end + 1);
   }
   return false;
 }

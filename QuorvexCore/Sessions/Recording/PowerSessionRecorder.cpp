@@ -186,6 +186,10 @@ void PowerSessionRecorder::write(PowerSession& session, const SystemPowerState& 
     lastError_.setIfChanged(added.error().description);
     return;
   }
+  // It may have been forgotten while the state waited: its session was joined or adopted anew.
+  if (lastRecordedStateTimestamp_.value().value_or(state.timestamp) <= state.timestamp) {
+    lastRecordedStateTimestamp_.setIfChanged(state.timestamp);
+  }
   running_.modify(
       [&](RunningSummary& running) { running.ingest(state, activities, proTelemetry); });
   activeSummary_.setIfChanged(running_.value().materialize(session));

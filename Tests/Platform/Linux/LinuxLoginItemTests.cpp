@@ -59,6 +59,22 @@ TEST_F(LinuxLoginItemTests, EntryThatTheUserSwitchedOffRequiresApproval) {
   EXPECT_EQ(port.status(), LoginItemStatus::enabled);
 }
 
+TEST_F(LinuxLoginItemTests, EntryIsReadAsOtherProgramsMayWriteIt) {
+  tree.file(entryName, "[Desktop Entry]\r\nType=Application\r\n Hidden = true \r\n");
+  EXPECT_EQ(port.status(), LoginItemStatus::requiresApproval);
+  tree.file(entryName, "[Desktop Entry]\nX-GNOME-Autostart-enabled =false\n");
+  EXPECT_EQ(port.status(), LoginItemStatus::requiresApproval);
+  tree.file(entryName,
+            "[Desktop Entry]\nName=Quorvex\n#Hidden=true\n[Desktop Action New]\nHidden=true\n");
+  EXPECT_EQ(port.status(), LoginItemStatus::enabled) << "what another group says";
+}
+
+TEST_F(LinuxLoginItemTests, RegisteringSwitchesOnWhatTheUserSwitchedOff) {
+  tree.file(entryName, "[Desktop Entry]\nHidden=true\n");
+  EXPECT_EQ(port.registerItem(), std::nullopt);
+  EXPECT_EQ(port.status(), LoginItemStatus::enabled);
+}
+
 TEST_F(LinuxLoginItemTests, WithoutAKnownProgramThereIsNothingToRegister) {
   LinuxLoginItem item{tree.root(), std::nullopt};
   EXPECT_EQ(item.status(), LoginItemStatus::notFound);
@@ -82,7 +98,7 @@ TEST_F(LinuxLoginItemTests, EntryThatCannotBeWrittenIsTold) {
 }
 
 TEST_F(LinuxLoginItemTests, EntryThatCannotBeTakenAwayIsTold) {
-  tree.file(std::string{entryName} + "/inside", "a folder in the entry's place");
+  tree.file("autostart/quorvex.desktop/inside", "a folder in the entry's place");
   EXPECT_EQ(port.unregisterItem(), "Directory not empty");
 }
 

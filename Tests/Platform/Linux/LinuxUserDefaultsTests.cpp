@@ -55,6 +55,13 @@ TEST_F(LinuxUserDefaultsTests, WholeFloatComesBackAsTheSameNumber) {
   EXPECT_EQ(port.number("refreshInterval"), 2.0);
 }
 
+TEST_F(LinuxUserDefaultsTests, TextWithDigitsIsNoNumber) {
+  tree.file(fileName, R"({"refreshInterval": "5", "showBattery": "false"})");
+  EXPECT_EQ(port.number("refreshInterval"), std::nullopt);
+  EXPECT_EQ(port.text("refreshInterval"), "5");
+  EXPECT_TRUE(port.boolean("showBattery", true));
+}
+
 TEST_F(LinuxUserDefaultsTests, RemovedValueIsGoneAndTheOthersStay) {
   port.setValue("a", true);
   port.setValue("b", true);

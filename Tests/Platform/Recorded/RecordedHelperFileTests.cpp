@@ -10,6 +10,13 @@ constexpr const char* osascriptPath = "/usr/bin/osascript";
 constexpr const char* usableHelper =
     R"("helper": {"mode": "4755", "owner": 0, "group": 20, "executable": true})";
 
+std::string usableHelperAnd(std::string_view field) {
+  std::string fields = usableHelper;
+  fields += ", ";
+  fields += field;
+  return fields;
+}
+
 std::optional<std::int64_t> ownerOf(RecordedMachine& machine) {
   const auto attributes = machine.fileAttributes().attributes(helperPath);
   return attributes ? attributes->ownerID : std::nullopt;
@@ -76,7 +83,7 @@ TEST(RecordedHelperFile, InstallationReplacesTheFile) {
 }
 
 TEST(RecordedHelperFile, InstallationTakesThePlaceOfTheFramesFile) {
-  const auto machine = machineWithFrame(std::string{usableHelper} + ", " + installer);
+  const auto machine = machineWithFrame(usableHelperAnd(installer));
   EXPECT_EQ(ownerOf(*machine), 0);
   runInstaller(*machine);
   EXPECT_EQ(ownerOf(*machine), 7);
@@ -90,8 +97,7 @@ TEST(RecordedHelperFile, FailedInstallationChangesNothing) {
 }
 
 TEST(RecordedHelperFile, RunThatInstallsNothingChangesNothing) {
-  const auto machine =
-      machineWithFrame(std::string{usableHelper} + R"(, "osascript": {"status": 0})");
+  const auto machine = machineWithFrame(usableHelperAnd(R"("osascript": {"status": 0})"));
   runInstaller(*machine);
   EXPECT_EQ(ownerOf(*machine), 0);
 }

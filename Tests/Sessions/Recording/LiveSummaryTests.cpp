@@ -309,5 +309,22 @@ TEST(LiveSummary, SamplesThatComeOutOfOrderCountLiveInTheOrderInWhichTheyCome) {
   EXPECT_DOUBLE_EQ(stored.durationSeconds, 36.0);
 }
 
+TEST(LiveSummary, AGapIsJudgedLiveAsSamplesArriveAndOnDemandInTheOrderOfTime) {
+  FakeClock clock;
+  const auto store = memoryStore(clock);
+  const auto session = *store->startSession("Any", PowerSessionSource::app, 2.0, sessionStart);
+  RunningSummary running{gapLimit(*session)};
+  for (const double seconds : {0.0, 200.0, 100.0}) {
+    const SystemPowerState state = testing::laptopState(seconds);
+    ASSERT_TRUE(store->appendSample(*session, state, {}, std::nullopt));
+    running.ingest(state, {}, std::nullopt);
+  }
+  // 200 s between two samples are a gap, until the one between them is seen.
+  EXPECT_EQ(running.materialize(*session).totalWattHoursNote,
+            "Large sampling gaps; energy totals unavailable.");
+  EXPECT_EQ(store->summary(*session).totalWattHoursNote, std::nullopt);
+  EXPECT_DOUBLE_EQ(*store->summary(*session).totalWattHours, 8.0 * 200.0 / 3600.0);
+}
+
 }  // namespace
 }  // namespace quorvex

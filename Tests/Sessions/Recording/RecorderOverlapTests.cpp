@@ -128,6 +128,31 @@ TEST_F(RecorderOverlapTest, ASampleOfOneSessionIsNotWrittenIntoTheNext) {
   EXPECT_EQ(recorder->lastRecordedStateTimestamp().value(), std::nullopt);
 }
 
+TEST_F(RecorderOverlapTest, AStateThatWaitedWhileItsSessionWasJoinedIsNotRecordedAgain) {
+  startRecording();
+  (void)spawnRecord(laptopState(2.0));
+  stepped.runMainThread();
+  recorder->start("Again", PowerSessionSource::app, 2.0, secondsIn(3.0));
+  stepped.settle();
+  EXPECT_THAT(recordedTimes(), ElementsAre(2.0));
+  record(laptopState(2.0));
+  EXPECT_THAT(recordedTimes(), ElementsAre(2.0));
+  EXPECT_EQ(live().sampleCount, 1);
+}
+
+TEST_F(RecorderOverlapTest, AStateThatWaitedWhileItsSessionWasAdoptedAnewIsNotRecordedAgain) {
+  const auto old = startRecording();
+  recorder->stop(secondsIn(1.0));
+  recorder->start("Now", PowerSessionSource::app, 2.0, secondsIn(2.0));
+  (void)spawnRecord(laptopState(4.0));
+  stepped.runMainThread();
+  recorder->deleteSession(old);
+  stepped.settle();
+  EXPECT_THAT(recordedTimes(), ElementsAre(4.0));
+  record(laptopState(4.0));
+  EXPECT_THAT(recordedTimes(), ElementsAre(4.0));
+}
+
 TEST_F(RecorderOverlapTest, ARecorderThatIsLetGoWhileItWaitsFinishesTheSampleAndGoes) {
   const auto session = startRecording();
   const auto ended = spawnRecord(networkedState(2.0));
