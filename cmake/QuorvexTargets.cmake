@@ -33,6 +33,14 @@ function(quorvex_library name)
     <string_view> <utility> <variant> <vector>)
 endfunction()
 
+# A module offers its entry point only. What it links statically is not looked up by name when it is
+# loaded, which would take most of the loading.
+function(quorvex_hides_its_libraries module)
+  if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT QUORVEX_SANITIZERS)
+    target_link_options(${module} PRIVATE LINKER:--exclude-libs,ALL)
+  endif()
+endfunction()
+
 # A compiler cache makes repeated builds cheap; precompiled headers need these allowances.
 find_program(QUORVEX_CCACHE ccache)
 if(QUORVEX_CCACHE)

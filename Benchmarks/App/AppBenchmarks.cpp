@@ -343,7 +343,7 @@ int run(int argumentCount, char** arguments) {
   const std::string_view role = argumentCount > 1 ? arguments[1] : "";
   const TemporaryHome home;
   qputenv("QT_QUICK_BACKEND", "software");
-  if (role != "open-and-close") {
+  if (qEnvironmentVariableIsEmpty("DISPLAY")) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
   }
   QApplication application(argumentCount, arguments);

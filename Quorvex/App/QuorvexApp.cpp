@@ -18,24 +18,25 @@ constexpr double proTelemetrySampleInterval = 10.0;
 
 }  // namespace
 
-QuorvexApp::QuorvexApp(Machine& machine, const AsyncContext& context)
+QuorvexApp::QuorvexApp(Machine& machine, const AsyncContext& context,
+                       std::chrono::milliseconds storeBusyTimeout)
     : machine_(&machine),
       context_(context),
       defaults_(machine.userDefaults()),
       engine_(MetricsEngine::make(
           machine, context, normalisedRefreshInterval(defaults_.refreshInterval()), historyLimit)) {
   engine_->setLowImpactMode(defaults_.lowImpactMode());
-  sessionRecorder_ =
-      PowerSessionRecorder::make(openStore(), machine, context.workers, processSampleInterval);
+  sessionRecorder_ = PowerSessionRecorder::make(openStore(storeBusyTimeout), machine,
+                                                context.workers, processSampleInterval);
   sessionRecordingCoordinator_ = SessionRecordingCoordinator::make(
       engine_, sessionRecorder_, machine, context, proTelemetrySampleInterval);
 }
 
-std::shared_ptr<PowerSessionStore> QuorvexApp::openStore() {
+std::shared_ptr<PowerSessionStore> QuorvexApp::openStore(std::chrono::milliseconds busyTimeout) {
   Clock& clock = machine_->clock();
   const auto file = PowerSessionStore::defaultStoreURL();
-  auto onDisk =
-      PowerSessionStore::open({.appVersion = AppVersion::shortText, .storeURL = file}, clock);
+  auto onDisk = PowerSessionStore::open(
+      {.appVersion = AppVersion::shortText, .storeURL = file, .busyTimeout = busyTimeout}, clock);
   if (onDisk) {
     storeFile_ = file;
     return std::move(*onDisk);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -17,11 +18,15 @@ namespace quorvex {
 /// from the user's settings and the session store. They live as long as the process. Main thread.
 class QuorvexApp {
  public:
+  /// The main thread waits, so it is short. A sample that cannot be saved goes with the next.
+  static constexpr std::chrono::milliseconds usualStoreBusyTimeout{250};
+
   /// Adopts the session that the store has as active and goes on recording it. A store that cannot
   /// be opened gives way, silently, to one that ends with the process; when not even that can be
   /// made, the process ends with a fatal error. The machine and what runs the context's work
-  /// outlive the app.
-  QuorvexApp(Machine& machine, const AsyncContext& context);
+  /// outlive the app. `storeBusyTimeout`: how long another process may keep the store.
+  QuorvexApp(Machine& machine, const AsyncContext& context,
+             std::chrono::milliseconds storeBusyTimeout = usualStoreBusyTimeout);
   QuorvexApp(const QuorvexApp&) = delete;
   QuorvexApp& operator=(const QuorvexApp&) = delete;
 
@@ -37,7 +42,7 @@ class QuorvexApp {
   }
 
  private:
-  [[nodiscard]] std::shared_ptr<PowerSessionStore> openStore();
+  [[nodiscard]] std::shared_ptr<PowerSessionStore> openStore(std::chrono::milliseconds busyTimeout);
 
   Machine* machine_;
   AsyncContext context_;

@@ -4,12 +4,16 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QSignalSpy>
+#include <cstdint>
+#include <string>
 
 #include "AppFixture.h"
+#include "ProTelemetryService.h"
 
 namespace quorvex {
 namespace {
 
+using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::SizeIs;
@@ -63,6 +67,46 @@ TEST_F(AppCommandsTest, TheReportIsPutOnThePasteboardInPlaceOfWhatWasThere) {
   // The laptop draws 12.0 V times 1.5 A.
   EXPECT_THAT(text, HasSubstr("18"));
   EXPECT_THAT(text, HasSubstr("\"powerReadings\""));
+}
+
+TEST_F(AppCommandsTest, TheReportHasTheFiveBusiestProcessesOfAThirdOfASecond) {
+  for (std::int32_t pid = 1; pid <= 6; ++pid) {
+    // Between the two walks, each takes a tenth of a second of CPU time more than the one before.
+    machine.processes.setProcess(pid, "worker " + std::to_string(pid),
+                                 {.userTime = static_cast<std::uint64_t>(pid) * 100'000'000U});
+    machine.processes.queueResources(pid, {ProcessResources{}});
+  }
+  startApp();
+  commands->copyJSONReport();
+  settle();
+  EXPECT_THAT(machine.time.sleeps(), Contains(0.35));
+  const std::string text = QGuiApplication::clipboard()->text().toStdString();
+  for (int pid = 2; pid <= 6; ++pid) {
+    EXPECT_THAT(text, HasSubstr("worker " + std::to_string(pid)));
+  }
+  EXPECT_THAT(text, Not(HasSubstr("worker 1")));
+}
+
+TEST_F(AppCommandsTest, OnlyTheDropdownsReportHasThePrivilegedSample) {
+  constexpr const char* path = ProTelemetryService::defaultHelperPath;
+  machine.files.set(path, testing::FakeFile{});
+  machine.children.answer(
+      path, {"read-pro-telemetry-json"},
+      {.output = R"({"isAvailable":true,"source":"powermetrics",)"
+                 R"("sampledAt":"2026-01-31T09:30:05Z","sampleIntervalMilliseconds":1000,)"
+                 R"("processes":[],"cpuPowerWatts":3.0})"});
+  startApp();
+  app->defaults().setProTelemetryEnabled(true);
+  commands->startSession(QString{});
+  advance(4.0);
+  ASSERT_TRUE(app->sessionRecordingCoordinator().latestProTelemetry().value());
+  commands->copyJSONReport();
+  settle();
+  EXPECT_THAT(QGuiApplication::clipboard()->text().toStdString(), HasSubstr("\"proTelemetry\""));
+  commands->copyJSONReportOfNow();
+  settle();
+  EXPECT_THAT(QGuiApplication::clipboard()->text().toStdString(),
+              Not(HasSubstr("\"proTelemetry\"")));
 }
 
 TEST_F(AppCommandsTest, TheDashboardsReportIsOfTheMomentOfTheClick) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <chrono>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -44,7 +45,7 @@ class AppTest : public ::testing::Test {
   /// Starts the app, or starts it again over the same store and settings.
   void startApp() {
     app.reset();
-    app = std::make_unique<QuorvexApp>(machine, stepped.context());
+    app = std::make_unique<QuorvexApp>(machine, stepped.context(), noWaiting);
     commands = std::make_unique<AppCommands>(*app);
   }
 
@@ -59,6 +60,9 @@ class AppTest : public ::testing::Test {
     stepped.advance(seconds);
     settle();
   }
+
+  /// Where a test keeps the store busy, it is busy until the test ends.
+  static constexpr std::chrono::milliseconds noWaiting{0};
 
   TemporaryHome home;
   FakeMachine machine;

@@ -4,6 +4,7 @@
 #include <QPalette>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QTemporaryFile>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
@@ -32,6 +33,17 @@ void countComplaints(QtMsgType type, const QMessageLogContext&, const QString& m
   if (type != QtDebugMsg && type != QtInfoMsg && !isOfPlatform) {
     ++complaints;
   }
+}
+
+/// A screen without a display is small: windows that keep to its height would not be seen whole.
+void useRoomyScreen(QTemporaryFile& file) {
+  if (qgetenv("QT_QPA_PLATFORM") != "offscreen" || !file.open()) {
+    return;
+  }
+  file.write(R"({"screens": [{"name": "roomy", "x": 0, "y": 0, "width": 4000, "height": 4000,)"
+             R"( "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+  file.flush();
+  qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + file.fileName().toUtf8());
 }
 
 QPalette darkPalette() {
@@ -117,6 +129,8 @@ int take(QQuickWindow& window, const Order& order) {
 
 int run(int argumentCount, char** arguments) {
   qInstallMessageHandler(countComplaints);
+  QTemporaryFile screen;
+  useRoomyScreen(screen);
   QApplication application(argumentCount, arguments);
   QCommandLineParser options;
   options.addOptions({{QStringLiteral("scene"), {}, QStringLiteral("name")},
@@ -124,6 +138,7 @@ int run(int argumentCount, char** arguments) {
                       {QStringLiteral("size"), {}, QStringLiteral("WxH")},
                       {QStringLiteral("scroll"), {}, QStringLiteral("pixels")},
                       {QStringLiteral("wait"), {}, QStringLiteral("seconds"), QStringLiteral("5")},
+                      {QStringLiteral("graph"), {}, QStringLiteral("mode")},
                       {QStringLiteral("record"), {}},
                       {QStringLiteral("advanced"), {}},
                       {QStringLiteral("dark"), {}}});
@@ -140,6 +155,9 @@ int run(int argumentCount, char** arguments) {
   QuorvexApp app(*std::get<std::unique_ptr<Machine>>(machine), runtime.context());
   app.defaults().setShowAdvancedMetrics(options.isSet(QStringLiteral("advanced")));
   app.defaults().setRefreshInterval(0.5);
+  if (options.isSet(QStringLiteral("graph"))) {
+    app.defaults().setMenuGraphMode(options.value(QStringLiteral("graph")));
+  }
   Shell shell(app);
   const Order order = orderOf(options);
   QElapsedTimer sinceClick;

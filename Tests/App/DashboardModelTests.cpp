@@ -137,6 +137,101 @@ TEST_F(DashboardModelTest, TheSearchLeavesMatchesAndSelectsTheFirst) {
   EXPECT_FALSE(history().report()->hasReport());
 }
 
+TEST_F(DashboardModelTest, TheSearchEndsWithTheTabAndTheSelectionStays) {
+  record("foo run");
+  record("bar run");
+  record("new run");
+  openHistory();
+  history().setSearchText(QStringLiteral("run"));
+  history().selectNeighbour(-1);
+  ASSERT_EQ(selectedTitle(), QStringLiteral("bar run"));
+  history().setSearchText(QStringLiteral("bar"));
+  dashboard->setTab(0);
+  EXPECT_EQ(history().searchText(), QString{});
+  openHistory();
+  EXPECT_EQ(titles().size(), 3);
+  EXPECT_EQ(selectedTitle(), QStringLiteral("bar run"));
+}
+
+TEST_F(DashboardModelTest, TheNeighboursOfTheSelectionAreChosenUpToBothEnds) {
+  record("first");
+  record("second");
+  record("third");
+  openHistory();
+  const auto row = [this] {
+    settle();
+    return history().content().value(QStringLiteral("selectedRow")).toInt();
+  };
+  // The first one was selected when it was the only one.
+  EXPECT_EQ(row(), 2);
+  history().selectNeighbour(-100);
+  EXPECT_EQ(row(), 0);
+  history().selectNeighbour(1);
+  EXPECT_EQ(row(), 1);
+  EXPECT_EQ(selectedTitle(), QStringLiteral("second"));
+  history().selectNeighbour(100);
+  EXPECT_EQ(row(), 2);
+  history().setSearchText(QStringLiteral("nothing like it"));
+  EXPECT_EQ(row(), -1);
+  history().selectNeighbour(1);
+  EXPECT_EQ(history().selectedSession(), nullptr);
+}
+
+TEST_F(DashboardModelTest, TheNextSessionsNameSurvivesTheOtherTabAndIsUsedUpByItsStart) {
+  dashboard->session()->setSessionName(QStringLiteral("Video call"));
+  openHistory();
+  dashboard->setTab(0);
+  EXPECT_EQ(dashboard->session()->sessionName(), QStringLiteral("Video call"));
+  dashboard->startSession();
+  EXPECT_EQ(dashboard->session()->sessionName(), QString{});
+  settle();
+  ASSERT_NE(app->sessionRecorder().activeSession().value(), nullptr);
+  EXPECT_EQ(app->sessionRecorder().activeSession().value()->title(), "Video call");
+  EXPECT_EQ(app->sessionRecorder().activeSession().value()->source(), PowerSessionSource::app);
+  EXPECT_EQ(history().sessionCount(), 1U);
+  dashboard->stopSession();
+  settle();
+  EXPECT_EQ(app->sessionRecorder().activeSession().value(), nullptr);
+}
+
+TEST_F(DashboardModelTest, ASessionSamplesAtTheEnginesInterval) {
+  commands->applyRefreshInterval(5.0);
+  dashboard->startSession();
+  EXPECT_EQ(app->sessionRecorder().activeSession().value()->sampleInterval(), 5.0);
+}
+
+TEST_F(DashboardModelTest, FiguresReadWhileTheirSessionEndedAreReadAgain) {
+  auto& store = app->sessionRecorder().store();
+  const auto session =
+      store.startSession("From elsewhere", PowerSessionSource::cli, 2.0, machine.time.now());
+  ASSERT_TRUE(session);
+  SystemPowerState state = app->engine().currentState().value();
+  ASSERT_TRUE(store.appendSample(**session, state, {}, std::nullopt, machine.time.now()));
+  dashboard->viewHistory();
+  stepped.runMainThread();
+  while (stepped.stepWorkers()) {
+  }
+  // Both have been read, and nobody has heard of it yet.
+  machine.time.advance(60.0);
+  ASSERT_TRUE(store.appendSample(**session, state, {}, std::nullopt, machine.time.now()));
+  ASSERT_TRUE(store.stopSession(**session, machine.time.now()));
+  history().refreshSessions();
+  settle();
+  const auto values =
+      history().list(QStringLiteral("sessions"))->value(0, QStringLiteral("values")).toList();
+  ASSERT_EQ(values.size(), 3);
+  EXPECT_EQ(values.at(0).toMap().value(QStringLiteral("value")), QStringLiteral("1m 0s"));
+  EXPECT_EQ(history().report()->report()->summary.sampleCount, 2);
+}
+
+TEST_F(DashboardModelTest, TheReportTellsWhoseItIs) {
+  record("Idle test");
+  EXPECT_EQ(history().report()->sessionID(), QString{});
+  openHistory();
+  EXPECT_EQ(history().report()->sessionID().toStdString(),
+            history().selectedSession()->id().text());
+}
+
 TEST_F(DashboardModelTest, DeletingTheSelectedSessionSelectsTheNewestRemaining) {
   record("first");
   record("second");

@@ -133,6 +133,60 @@ TEST_F(ModelTest, LaunchAtLoginRegistersAndShowsTheTrueStatus) {
   EXPECT_EQ(model.content().value(QStringLiteral("isEnabled")), false);
 }
 
+TEST_F(ModelTest, LaunchAtLoginThatAwaitsApprovalIsOnAndSendsToTheSystemSettings) {
+  machine.login.current = LoginItemStatus::requiresApproval;
+  LaunchAtLoginModel model(machine.login, true);
+  EXPECT_EQ(model.content().value(QStringLiteral("isEnabled")), true);
+  EXPECT_EQ(model.content().value(QStringLiteral("caption")),
+            QStringLiteral("Enable Quorvex in System Settings > Login Items."));
+  model.setEnabled(false);
+  EXPECT_THAT(machine.login.log, ElementsAre("unregister"));
+}
+
+TEST_F(ModelTest, LaunchAtLoginSaysSoWhereThereIsNothingToLaunch) {
+  machine.login.current = LoginItemStatus::notFound;
+  machine.login.failure = "The program's own file is not known.";
+  SettingsModel settings(*app, *commands);
+  const LaunchAtLoginModel& model = *settings.launchAtLogin();
+  EXPECT_EQ(model.content().value(QStringLiteral("isEnabled")), false);
+  EXPECT_EQ(model.content().value(QStringLiteral("caption")),
+            QStringLiteral("Install Quorvex.app before enabling launch at login."));
+  settings.launchAtLogin()->setEnabled(true);
+  EXPECT_EQ(model.content().value(QStringLiteral("isEnabled")), false);
+  EXPECT_EQ(text(model.content(), "errorMessage", "text"),
+            QStringLiteral("The program's own file is not known."));
+}
+
+TEST_F(ModelTest, LaunchAtLoginIsReadAnewWhenItIsSeenAgain) {
+  LaunchAtLoginModel model(machine.login, true);
+  machine.login.current = LoginItemStatus::enabled;
+  model.setShown(true);
+  EXPECT_EQ(model.content().value(QStringLiteral("isEnabled")), true);
+}
+
+TEST_F(ModelTest, TheSettingsMakeTheEngineFollowTheStoredLowImpactMode) {
+  machine.defaults.values["lowImpactMode"] = true;
+  SettingsModel model(*app, *commands);
+  EXPECT_TRUE(app->engine().lowImpactMode().value());
+}
+
+TEST_F(ModelTest, TheSettingsLeaveAnIntervalThatHoldsAlone) {
+  machine.defaults.values["refreshInterval"] = std::string{"5"};
+  app->engine().start();
+  settle();
+  const SettingsModel model(*app, *commands);
+  settle();
+  EXPECT_THAT(app->engine().history().value(), ::testing::SizeIs(1));
+  EXPECT_EQ(text(model.content(), "refresh", "title"), QStringLiteral("Refresh"));
+  EXPECT_EQ(model.content()
+                .value(QStringLiteral("refresh"))
+                .toMap()
+                .value(QStringLiteral("stepper"))
+                .toMap()
+                .value(QStringLiteral("valueText")),
+            QStringLiteral("2 seconds"));
+}
+
 TEST_F(ModelTest, AFailedRegistrationSpringsBackAndSaysWhy) {
   machine.login.failure = "Operation not permitted";
   LaunchAtLoginModel model(machine.login, true);

@@ -85,11 +85,17 @@ TEST_F(QuorvexAppTest, ASessionThatWasActiveGoesOnAtTheNextStart) {
 }
 
 TEST_F(QuorvexAppTest, ASessionSamplesAtTheIntervalOfTheEngine) {
-  machine.defaults.values["refreshInterval"] = 5.0;
-  startApp();
-  commands->startSession(QString{});
-  ASSERT_NE(app->sessionRecorder().activeSession().value(), nullptr);
-  EXPECT_EQ(app->sessionRecorder().activeSession().value()->sampleInterval(), 5.0);
+  const std::pair<UserDefaultsValue, double> cases[] = {
+      {5.0, 5.0}, {500.0, 60.0}, {std::string{"5"}, 2.0}};
+  for (const auto& [stored, interval] : cases) {
+    machine.defaults.values["refreshInterval"] = stored;
+    startApp();
+    commands->startSession(QString{});
+    ASSERT_NE(app->sessionRecorder().activeSession().value(), nullptr);
+    EXPECT_EQ(app->sessionRecorder().activeSession().value()->sampleInterval(), interval);
+    EXPECT_EQ(app->engine().interval().value(), interval);
+    commands->stopSession();
+  }
 }
 
 }  // namespace

@@ -68,6 +68,18 @@ TEST_F(TracePlotTest, PowerBeginsAtZeroAndEndsAtARoundNumber) {
   EXPECT_EQ(plot.topText, "20.0W");
 }
 
+TEST_F(TracePlotTest, ThePowersScaleLeavesLittleRoomAboveTheHighestValue) {
+  add(0.0, 12.0);
+  auto& highest = add(2.0, 56.0);
+  EXPECT_EQ(plots()[power].topText, "60.0W");
+  highest.watts = 60.0;
+  EXPECT_EQ(plots()[power].topText, "60.0W");
+  highest.watts = 60.1;
+  EXPECT_EQ(plots()[power].topText, "80.0W");
+  highest.watts = 99.0;
+  EXPECT_EQ(plots()[power].topText, "100.0W");
+}
+
 TEST_F(TracePlotTest, ASessionOfNoPowerStillHasAScale) {
   add(0.0, 0.0);
   add(2.0, 0.0);
@@ -125,6 +137,20 @@ TEST_F(TracePlotTest, TheNearestMomentAnswersAndTheEarlierOneOfTwoEquallyNear) {
   EXPECT_EQ(nearestReadout(plot, 0.26)->position, 0.5);
   EXPECT_EQ(nearestReadout(plot, 2.0)->position, 1.0);
   EXPECT_EQ(nearestReadout(TracePlot{}, 0.5), std::nullopt);
+}
+
+TEST_F(TracePlotTest, StepsGoFromValueToValueAndStopAtTheEnds) {
+  add(0.0, 1.0);
+  add(25.0);
+  add(50.0, 2.0);
+  add(100.0, 3.0);
+  const auto plot = plots()[power];
+  EXPECT_EQ(nearestReadout(plot, 0.0, 1)->position, 0.5);
+  EXPECT_EQ(nearestReadout(plot, 0.5, 1)->position, 1.0);
+  EXPECT_EQ(nearestReadout(plot, 1.0, 1)->position, 1.0);
+  EXPECT_EQ(nearestReadout(plot, 1.0, -2)->position, 0.0);
+  EXPECT_EQ(nearestReadout(plot, 0.0, -1)->position, 0.0);
+  EXPECT_EQ(nearestReadout(TracePlot{}, 0.5, 1), std::nullopt);
 }
 
 TEST_F(TracePlotTest, TheNetworksReadoutNamesBothDirections) {

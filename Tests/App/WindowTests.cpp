@@ -1,21 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-#include <QEventLoop>
-#include <QGuiApplication>
 #include <QPointer>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <functional>
-#include <memory>
+#include <algorithm>
 #include <string>
-#include <variant>
-#include <vector>
 
-#include "AppFixture.h"
-#include "AppRuntime.h"
-#include "MachineSelection.h"
-#include "Shell.h"
+#include "WindowFixture.h"
 
 // The real windows over recorded machines, drawn off screen: they open without a complaint of the
 // views' language, show what is measured, and leave nothing behind.
@@ -23,76 +12,8 @@
 namespace quorvex {
 namespace {
 
-std::vector<std::string> complaints;  // NOLINT(cert-err58-cpp)
-
-void collectComplaints(QtMsgType type, const QMessageLogContext&, const QString& message) {
-  // The off-screen platform has no window manager to talk to.
-  if (type != QtDebugMsg && type != QtInfoMsg &&
-      !message.startsWith(QStringLiteral("This plugin does not support"))) {
-    complaints.push_back(message.toStdString());
-  }
-}
-
-/// Runs the event loop until `isDone`; a test that waits in vain fails by its own expectations.
-bool waitFor(const std::function<bool()>& isDone) {
-  constexpr int longestWait = 30'000;
-  QElapsedTimer timer;
-  timer.start();
-  while (!isDone() && timer.elapsed() < longestWait) {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-  }
-  return isDone();
-}
-
-class WindowTest : public ::testing::TestWithParam<const char*> {
- protected:
-  WindowTest() {
-    complaints.clear();
-    previous_ = qInstallMessageHandler(collectComplaints);
-    qputenv("QUORVEX_MACHINE",
-            QByteArray(QUORVEX_MACHINES_FOLDER "/") + QByteArray(machineName()) + ".json");
-    auto selected = selectMachine(PacePolicy::realOnly);
-    machine_ = std::move(std::get<std::unique_ptr<Machine>>(selected));
-    runtime_ = std::make_unique<AppRuntime>(machine_->clock());
-    app = std::make_unique<QuorvexApp>(*machine_, runtime_->context());
-    shell = std::make_unique<Shell>(*app);
-  }
-  ~WindowTest() override {
-    shell.reset();
-    app.reset();
-    runtime_.reset();
-    qInstallMessageHandler(previous_);
-    qunsetenv("QUORVEX_MACHINE");
-  }
-
-  [[nodiscard]] virtual const char* machineName() const {
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    return info->value_param() != nullptr ? GetParam() : "laptop-unplugged";
-  }
-
-  QQuickWindow* open(Scene scene) {
-    shell->windows()->open(scene);
-    return shell->windows()->window(scene);
-  }
-  [[nodiscard]] bool waitForReading() const {
-    return waitFor([this] { return !app->engine().history().value().empty(); });
-  }
-  void expectNoComplaints() const {
-    QCoreApplication::processEvents();
-    for (const std::string& complaint : complaints) {
-      ADD_FAILURE() << complaint;
-    }
-  }
-
-  testing::TemporaryHome home;
-  std::unique_ptr<QuorvexApp> app;
-  std::unique_ptr<Shell> shell;
-
- private:
-  QtMessageHandler previous_ = nullptr;
-  std::unique_ptr<Machine> machine_;
-  std::unique_ptr<AppRuntime> runtime_;
-};
+using testing::waitFor;
+using testing::WindowTest;
 
 TEST_P(WindowTest, EveryWindowOpensAndIsDrawnWithoutAComplaint) {
   app->defaults().setShowAdvancedMetrics(true);

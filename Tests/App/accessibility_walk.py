@@ -67,7 +67,7 @@ def nodes(root):
 
 
 def is_visible(node):
-    """Also what has scrolled out of sight: a screen reader reaches it."""
+    """Not what has scrolled out of sight, although a screen reader reaches it."""
     return node.getState().contains(pyatspi.STATE_VISIBLE)
 
 
@@ -96,6 +96,24 @@ def press(app, name, starts=False, role=pyatspi.ROLE_PUSH_BUTTON):
             action.doAction(names.index(wanted))
             return
     raise Missing(f"an action of {name!r}: it has {names}")
+
+
+def wait_checked(root, role, name, is_checked):
+    wait_for(f"{name!r} {'on' if is_checked else 'off'}", lambda: find_node(root, role, name)
+             .getState().contains(pyatspi.STATE_CHECKED) == is_checked)
+
+
+def check_controls(window):
+    """Pressing a switch or a choice does it once, and the node says so."""
+    for is_checked in (False, True):
+        press(window, "3 Temps", role=pyatspi.ROLE_CHECK_BOX)
+        wait_checked(window, pyatspi.ROLE_CHECK_BOX, "3 Temps", is_checked)
+    for chosen, other in (("°F", "°C"), ("°C", "°F")):
+        press(window, chosen, role=pyatspi.ROLE_RADIO_BUTTON)
+        wait_checked(window, pyatspi.ROLE_RADIO_BUTTON, chosen, True)
+        wait_checked(window, pyatspi.ROLE_RADIO_BUTTON, other, False)
+        wait_for(f"a temperature in {chosen}", lambda unit=chosen: any(
+            name.endswith(unit) and name[:1].isdigit() for name in all_names_in(window)))
 
 
 def check_tree(app, title):
@@ -129,6 +147,11 @@ def names_in(window):
     return [node.name for node, _ in nodes(window) if is_visible(node)]
 
 
+def all_names_in(window):
+    """Those below the fold too."""
+    return [node.name for node, _ in nodes(window)]
+
+
 def walk(app):
     dropdown = check_tree(app, "Quorvex")
     if not any("W" in name for name in names_in(dropdown)):
@@ -138,19 +161,23 @@ def walk(app):
     wait_for("the field for the session's name", lambda: find_node(
         app, pyatspi.ROLE_TEXT, "Optional session name"))
     window = next(child for child in app if child.name == "Quorvex Dashboard")
-    press(window, "Start", starts=True)
+    check_controls(window)
+    press(window, "Start")
     wait_for("the word that says that it records", lambda: "Recording" in names_in(window))
     wait_for("the recorded session's title", lambda: any(
         SESSION in name for name in names_in(window)))
     wait_for("a recorded wattage", lambda: any(
         name.endswith("W") and name[:1].isdigit() for name in names_in(window)))
     check_tree(app, "Quorvex Dashboard")
-    press(window, "Stop", starts=True)
+    press(window, "Stop")
     press(window, "View History (1)")
     wait_for("the session in the history", lambda: next(
         (node for node, _ in nodes(window)
          if node.getRole() == pyatspi.ROLE_LIST_ITEM and SESSION in node.name), None))
-    wait_for("the session's report", lambda: "Sampling Confidence" in names_in(window))
+    wait_for("the session's report", lambda: "Sampling Confidence" in all_names_in(window))
+    for text in ("Export", "Delete", "Duration", "Average", "Power", "Telemetry Channels",
+                 "Battery terminal draw", "completed", "1 session"):
+        wait_for(f"the text {text!r}", lambda wanted=text: wanted in all_names_in(window))
     check_tree(app, "Quorvex Dashboard")
     press(app, "Settings", starts=True)
     check_tree(app, "Quorvex Settings")

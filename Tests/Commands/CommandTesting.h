@@ -14,7 +14,8 @@ namespace quorvex::testing {
 
 /// A machine file of these tests.
 inline std::string machineFile(const std::string& name) {
-  return std::string{QUORVEX_TEST_MACHINES_FOLDER} + "/" + name + ".json";
+  std::string path{QUORVEX_TEST_MACHINES_FOLDER "/"};
+  return path.append(name).append(".json");
 }
 
 /// The real program, on the computer that it runs on.

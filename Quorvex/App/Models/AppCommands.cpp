@@ -99,8 +99,10 @@ void AppCommands::applyLowImpactMode() {
 }
 
 void AppCommands::startSession(const QString& title) {
+  // As the engine takes it, also while nobody has applied what is stored.
+  const double interval = app_->defaults().refreshInterval();
   app_->sessionRecordingCoordinator().start(title.toStdString(), PowerSessionSource::app,
-                                            app_->defaults().refreshInterval(),
+                                            normalisedRefreshInterval(interval),
                                             app_->machine().clock().now());
   emit sessionsChanged();
 }

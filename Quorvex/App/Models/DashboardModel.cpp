@@ -45,10 +45,23 @@ void DashboardModel::setTab(int tab) {
   tab_ = next;
   if (tab_ == DashboardTab::history) {
     history_.refreshSessions();
+  } else {
+    // The search belongs to the view that goes; the selection stays.
+    history_.setSearchText({});
   }
   showParts();
   refresh();
   emit tabChanged();
+}
+
+void DashboardModel::startSession() {
+  const QString name = session_.sessionName();
+  session_.setSessionName({});
+  commands_->startSession(name);
+}
+
+void DashboardModel::stopSession() {
+  commands_->stopSession();
 }
 
 void DashboardModel::viewHistory() {

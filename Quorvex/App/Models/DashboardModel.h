@@ -44,6 +44,9 @@ class DashboardModel : public LiveModel {
   [[nodiscard]] LiveTabModel* live() { return &live_; }
   [[nodiscard]] HistoryModel* history() { return &history_; }
 
+  /// Starts a session of the name that the user wrote, which is then used up.
+  Q_INVOKABLE void startSession();
+  Q_INVOKABLE void stopSession();
   /// Lists the sessions anew and turns to them.
   Q_INVOKABLE void viewHistory();
 

@@ -5,6 +5,7 @@
 
 #include "AppScenes.h"
 #include "ShownDropdown.h"
+#include "ThermalSection.h"
 
 namespace quorvex {
 
@@ -37,6 +38,7 @@ QVariantMap DropdownModel::makeContent() {
   setRows("heroLines", hero.lines, &HeroLine::symbol);
   setRows("stats", statsRow(state, settings),
           [](const StatCell& cell) { return std::to_string(static_cast<int>(cell.kind)); });
+  setRows("highlights", temperatureHighlights(state, settings), &LabelledValue::label);
   return {
       {QStringLiteral("title"), shown(std::string{AppScenes::menuBarTitle})},
       {QStringLiteral("hero"), shown(hero)},

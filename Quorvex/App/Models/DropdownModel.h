@@ -11,7 +11,7 @@ namespace quorvex {
 /// What the dropdown shows: the hero number with its context, the graph, the row of figures, the
 /// session's and the engine's controls. `content` has them under `hero`, `context`, `selector`
 /// (with its place, `selectedGraph`), `graph`, `dataUsed`, `session`, `controls` and `menu`; the
-/// lists are `heroLines` and `stats`. Main thread.
+/// lists are `heroLines`, `stats` and `highlights`. Main thread.
 class DropdownModel : public LiveModel {
   Q_OBJECT
   Q_PROPERTY(quorvex::AppCommands* commands READ commands CONSTANT)

@@ -1,6 +1,5 @@
 #include "HelperModel.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <optional>
@@ -20,8 +19,8 @@ ProTelemetryService serviceOf(Machine& machine) {
 }
 
 /// The tool among the app's resources: in the bundle's, or beside the program.
-std::optional<std::string> bundledHelper() {
-  const QDir folder(QCoreApplication::applicationDirPath());
+std::optional<std::string> bundledHelper(const QString& programFolder) {
+  const QDir folder(programFolder);
   const QString name = QString::fromLatin1(ProTelemetryService::bundledHelperName);
   for (const QString& place : {QStringLiteral("../Resources/") + name, name}) {
     if (const QFileInfo file(folder, place); file.isFile()) {
@@ -33,8 +32,11 @@ std::optional<std::string> bundledHelper() {
 
 }  // namespace
 
-HelperModel::HelperModel(QuorvexApp& app, QObject* parent)
-    : LiveModel(parent), app_(&app), times_(userLocaleForDates()) {
+HelperModel::HelperModel(QuorvexApp& app, QString programFolder, QObject* parent)
+    : LiveModel(parent),
+      app_(&app),
+      programFolder_(std::move(programFolder)),
+      times_(userLocaleForDates()) {
   observe(app.sessionRecordingCoordinator().latestProTelemetry());
   connect(&app.defaults(), &DefaultsModel::proTelemetryEnabledChanged, this, [this] {
     schedule();
@@ -52,7 +54,7 @@ HelperModel::~HelperModel() {
 }
 
 void HelperModel::install() {
-  const auto source = bundledHelper();
+  const auto source = bundledHelper(programFolder_);
   if (!source) {
     apply(HelperFlow::bundledHelperMissing(current()));
     return;
@@ -96,8 +98,8 @@ void HelperModel::restartLoop() {
 
 asio::awaitable<void> HelperModel::readStatusNow(QuorvexApp& app, QPointer<HelperModel> self) {
   Machine& machine = app.machine();
-  auto status = co_await runDetached(app.context().workers,
-                                     [&machine] { return serviceOf(machine).helperStatus(); });
+  auto work = [&machine] { return serviceOf(machine).helperStatus(); };
+  auto status = co_await runDetached(app.context().workers, std::move(work));
   if (self != nullptr) {
     self->apply(HelperFlow::statusRead(self->current(), std::move(status)));
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QPointer>
 #include <QString>
 #include <functional>
@@ -20,8 +21,11 @@ class HelperModel : public LiveModel {
   Q_OBJECT
 
  public:
-  /// The app outlives the model. Asks for the tool's status.
-  explicit HelperModel(QuorvexApp& app, QObject* parent = nullptr);
+  /// The app outlives the model. Asks for the tool's status. The tool that can be installed is
+  /// looked for in the bundle of the program in `programFolder`, or beside it.
+  explicit HelperModel(QuorvexApp& app,
+                       QString programFolder = QCoreApplication::applicationDirPath(),
+                       QObject* parent = nullptr);
   ~HelperModel() override;
 
   /// Installs the tool from among the app's resources.
@@ -53,6 +57,7 @@ class HelperModel : public LiveModel {
                                     std::shared_ptr<TaskHandle> task);
 
   QuorvexApp* app_;
+  QString programFolder_;
   ShortTimeFormat times_;
   HelperControlsState state_;
   std::shared_ptr<TaskHandle> loopTask_;

@@ -1,6 +1,7 @@
 #include "HistoryModel.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include "LocalizedSearch.h"
@@ -32,18 +33,22 @@ void HistoryModel::setSearchText(const QString& text) {
   schedule();
 }
 
-PowerSessionRecorder::SessionPointer HistoryModel::selectedSession() const {
-  const auto found = std::ranges::find_if(
-      sessions_, [this](const auto& session) { return session->id() == selected_; });
+PowerSessionRecorder::SessionPointer HistoryModel::listedSession(
+    const std::optional<UUID>& id) const {
+  const auto found =
+      std::ranges::find_if(sessions_, [&id](const auto& session) { return id == session->id(); });
   return found != sessions_.end() ? *found : nullptr;
+}
+
+PowerSessionRecorder::SessionPointer HistoryModel::selectedSession() const {
+  return listedSession(selected_);
 }
 
 void HistoryModel::refreshSessions() {
   sessions_ = app_->sessionRecorder().sessions();
   std::erase_if(summaries_, [this](const auto& entry) {
-    const auto found = std::ranges::find(sessions_, entry.first,
-                                         [](const auto& session) { return session->id(); });
-    return found == sessions_.end() || (*found)->status() == PowerSessionStatus::active;
+    const auto session = listedSession(entry.first);
+    return session == nullptr || session->status() == PowerSessionStatus::active;
   });
   selected_ = selectDefaultSession(sessions_, selected_);
   setSelected(selectDefaultSession(filtered(), selected_));
@@ -56,6 +61,18 @@ void HistoryModel::refreshSessions() {
 
 void HistoryModel::select(const QString& id) {
   setSelected(UUID::fromText(id.toStdString()));
+}
+
+void HistoryModel::selectNeighbour(int steps) {
+  const SessionList list = filtered();
+  const auto found = std::ranges::find_if(
+      list, [this](const auto& session) { return session->id() == selected_; });
+  if (found == list.end()) {
+    return;
+  }
+  const auto last = static_cast<std::ptrdiff_t>(list.size()) - 1;
+  const auto place = std::clamp<std::ptrdiff_t>(found - list.begin() + steps, 0, last);
+  setSelected(list.at(static_cast<std::size_t>(place))->id());
 }
 
 void HistoryModel::setSelected(std::optional<UUID> selected) {
@@ -103,11 +120,7 @@ std::vector<SessionListRow> HistoryModel::rows(const SessionList& list) const {
     } else if (known != summaries_.end()) {
       rows.push_back(sessionListRow(*session, known->second, isSelected));
     } else {
-      auto row = sessionListRow(*session, PowerSessionSummary::empty(), isSelected);
-      // Figures that are not read yet are not told as ones that are absent.
-      row.values.clear();
-      row.accessibilityText = row.title;
-      rows.push_back(std::move(row));
+      rows.push_back(pendingSessionListRow(*session, isSelected));
     }
   }
   return rows;
@@ -116,9 +129,14 @@ std::vector<SessionListRow> HistoryModel::rows(const SessionList& list) const {
 QVariantMap HistoryModel::makeContent() {
   const SessionList list = filtered();
   setRows("sessions", rows(list), [](const SessionListRow& row) { return row.id.text(); });
+  const auto selected = std::ranges::find_if(
+      list, [this](const auto& session) { return session->id() == selected_; });
   startReadingSummaries();
-  return shownMap(
-      sessionHistory(searchText_.toStdString(), sessions_.size(), list.size(), selected_));
+  QVariantMap content =
+      shownMap(sessionHistory(searchText_.toStdString(), sessions_.size(), list.size(), selected_));
+  content.insert(QStringLiteral("selectedRow"),
+                 selected != list.end() ? static_cast<int>(selected - list.begin()) : -1);
+  return content;
 }
 
 PowerSessionRecorder::SessionPointer HistoryModel::nextWithoutSummary() const {
@@ -144,12 +162,17 @@ asio::awaitable<void> HistoryModel::readSummaries(SessionReader reader,
     if (session == nullptr) {
       break;
     }
+    const bool hadEnded = session->status() != PowerSessionStatus::active;
     auto summary = co_await reader.summary(session);
     if (self == nullptr) {
       co_return;
     }
-    self->summaries_.insert_or_assign(session->id(),
-                                      summary.value_or(PowerSessionSummary::empty()));
+    const auto listed = self->listedSession(session->id());
+    // A session that ended while its figures were read is read again.
+    if (listed != nullptr && (hadEnded || listed->status() == PowerSessionStatus::active)) {
+      self->summaries_.insert_or_assign(session->id(),
+                                        summary.value_or(PowerSessionSummary::empty()));
+    }
     self->schedule();
   }
   if (self != nullptr) {

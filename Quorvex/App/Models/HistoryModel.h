@@ -16,7 +16,8 @@ namespace quorvex {
 
 /// The dashboard's stored sessions: the list, the search, the selection and its report. The figures
 /// of the rows are read on a worker, once for a session that has ended, and appear as they come.
-/// The list of rows is `sessions`. Main thread.
+/// The list of rows is `sessions`; `selectedRow` of the content is the place of the selected one in
+/// it, -1 without one. Main thread.
 class HistoryModel : public LiveModel {
   Q_OBJECT
   Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
@@ -36,6 +37,9 @@ class HistoryModel : public LiveModel {
   /// Lists the sessions anew, keeping the selection if it can.
   Q_INVOKABLE void refreshSessions();
   Q_INVOKABLE void select(const QString& id);
+  /// Selects the session that stands `steps` rows below the selected one, above it for negative
+  /// ones; the last or the first where there are not as many.
+  Q_INVOKABLE void selectNeighbour(int steps);
   Q_INVOKABLE void deleteSelected();
   Q_INVOKABLE void exportSelected();
 
@@ -50,6 +54,9 @@ class HistoryModel : public LiveModel {
 
  private:
   void setSelected(std::optional<UUID> selected);
+  /// The session of the list with this identity; null without one.
+  [[nodiscard]] PowerSessionRecorder::SessionPointer listedSession(
+      const std::optional<UUID>& id) const;
   [[nodiscard]] SessionList filtered() const;
   [[nodiscard]] std::vector<SessionListRow> rows(const SessionList& list) const;
   void startReadingSummaries();

@@ -146,10 +146,11 @@ asio::awaitable<void> LiveTabModel::sampleProcesses(QuorvexApp& app, QPointer<Li
       self->schedule();
     }
     Machine& machine = app.machine();
-    auto activities = co_await runDetached(app.context().workers, [&machine] {
+    auto work = [&machine] {
       return ProcessActivityService{machine.processTable(), machine.clock()}.sampleTopProcesses(
           ProcessActivityService::usualLimit, ProcessActivityService::usualInterval);
-    });
+    };
+    auto activities = co_await runDetached(app.context().workers, std::move(work));
     if (self != nullptr) {
       auto& sampler = self->sampler_;
       sampler.activities = std::move(activities);

@@ -34,13 +34,19 @@ void ReportModel::setSession(SessionPointer session) {
                  asio::detached);
 }
 
+QString ReportModel::sessionID() const {
+  return report_ ? QString::fromStdString(report_->sessionID.text()) : QString{};
+}
+
 asio::awaitable<void> ReportModel::load(SessionReader reader, QPointer<ReportModel> self,
                                         SessionPointer session) {
+  // What is read while the session goes on is not its last word, even if it ends meanwhile.
+  const bool hasEnded = session->status() != PowerSessionStatus::active;
   auto report = co_await reader.report(session);
   if (self == nullptr) {
     co_return;
   }
-  if (report && session->status() != PowerSessionStatus::active) {
+  if (report && hasEnded) {
     self->finished_.insert_or_assign(session->id(), *report);
   }
   if (self->session_ == session) {
@@ -75,11 +81,11 @@ QVariantMap ReportModel::makeContent() {
   return map;
 }
 
-QVariantMap ReportModel::readout(int trace, double position) const {
+QVariantMap ReportModel::readout(int trace, double position, int steps) const {
   if (trace < 0 || trace >= static_cast<int>(traces_.size())) {
     return {};
   }
-  const auto nearest = nearestReadout(traces_[static_cast<std::size_t>(trace)], position);
+  const auto nearest = nearestReadout(traces_[static_cast<std::size_t>(trace)], position, steps);
   return nearest ? shownMap(*nearest) : QVariantMap{};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QString>
 #include <map>
 #include <optional>
 
@@ -17,6 +18,8 @@ class ReportModel : public LiveModel {
   Q_OBJECT
   Q_PROPERTY(bool isLoading READ isLoading NOTIFY loadingChanged)
   Q_PROPERTY(bool hasReport READ hasReport NOTIFY contentChanged)
+  /// Whose report it is; empty without one.
+  Q_PROPERTY(QString sessionID READ sessionID NOTIFY contentChanged)
 
  public:
   using SessionPointer = SessionReader::SessionPointer;
@@ -32,10 +35,11 @@ class ReportModel : public LiveModel {
   [[nodiscard]] bool isLoading() const { return isLoading_; }
   [[nodiscard]] bool hasReport() const { return report_.has_value(); }
   [[nodiscard]] const std::optional<PowerSessionReport>& report() const { return report_; }
+  [[nodiscard]] QString sessionID() const;
 
-  /// What stands at a place of a trace, 0 to 1 from left to right: `position`, `text`, and
-  /// `heights` of its lines. Empty without values.
-  Q_INVOKABLE QVariantMap readout(int trace, double position) const;
+  /// What stands at a place of a trace, 0 to 1 from left to right, or `steps` values after it:
+  /// `position`, `text`, and `heights` of its lines. Empty without values.
+  Q_INVOKABLE QVariantMap readout(int trace, double position, int steps = 0) const;
 
  signals:
   void loadingChanged();

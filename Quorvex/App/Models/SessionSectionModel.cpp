@@ -15,6 +15,13 @@ SessionSectionModel::SessionSectionModel(QuorvexApp& app, QObject* parent)
   refresh();
 }
 
+void SessionSectionModel::setSessionName(const QString& name) {
+  if (name != sessionName_) {
+    sessionName_ = name;
+    emit sessionNameChanged();
+  }
+}
+
 void SessionSectionModel::setSessionCount(std::size_t count) {
   if (count != sessionCount_) {
     sessionCount_ = count;

@@ -33,6 +33,7 @@ struct ShownFields<BatteryGauge> {
       RecordField{"symbol", &BatteryGauge::symbol},
       RecordField{"percentText", &BatteryGauge::percentText},
       RecordField{"fraction", &BatteryGauge::fraction},
+      RecordField{"color", &BatteryGauge::color},
       RecordField{"rows", &BatteryGauge::rows},
       RecordField{"accessibilityText", &BatteryGauge::accessibilityText}};
 };

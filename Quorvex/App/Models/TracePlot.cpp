@@ -26,10 +26,10 @@ struct Channel {
   double step = 0.0;  ///< the scale's ends are multiples of it; 0: of a round number
 };
 
-/// The smallest of 1, 2, 5, 10, 20, … (and such parts) that is not below `value`.
+/// The smallest round number that is not below `value`, at most half as large again.
 double roundNumberAbove(double value) {
   const double magnitude = std::pow(10.0, std::floor(std::log10(value)));
-  for (const double factor : {1.0, 2.0, 5.0}) {
+  for (const double factor : {1.0, 1.2, 1.5, 2.0, 2.5, 3.0, 4.0, 5.0, 6.0, 8.0}) {
     if (factor * magnitude >= value) {
       return factor * magnitude;
     }
@@ -208,21 +208,20 @@ std::vector<TracePlot> tracePlots(std::span<const TraceCard> cards,
   return plots;
 }
 
-std::optional<TraceReadout> nearestReadout(const TracePlot& plot, double position) {
+std::optional<TraceReadout> nearestReadout(const TracePlot& plot, double position, int steps) {
   const auto& readouts = plot.readouts;
   if (readouts.empty()) {
     return std::nullopt;
   }
-  const auto after =
-      std::ranges::lower_bound(readouts, position, std::less{}, &TraceReadout::position);
-  if (after == readouts.begin()) {
-    return readouts.front();
+  auto nearest = std::ranges::lower_bound(readouts, position, std::less{}, &TraceReadout::position);
+  if (nearest == readouts.end() ||
+      (nearest != readouts.begin() &&
+       position - (nearest - 1)->position <= nearest->position - position)) {
+    --nearest;
   }
-  if (after == readouts.end()) {
-    return readouts.back();
-  }
-  const auto before = after - 1;
-  return position - before->position <= after->position - position ? *before : *after;
+  const auto last = static_cast<std::ptrdiff_t>(readouts.size()) - 1;
+  const auto place = std::clamp<std::ptrdiff_t>(nearest - readouts.begin() + steps, 0, last);
+  return readouts.at(static_cast<std::size_t>(place));
 }
 
 }  // namespace quorvex

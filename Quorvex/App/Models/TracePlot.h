@@ -56,7 +56,9 @@ struct TracePlot {
                                                 const PowerSessionReport& report,
                                                 bool useFahrenheit, const ShortTimeFormat& times);
 
-/// The readout next to a position; none without values.
-[[nodiscard]] std::optional<TraceReadout> nearestReadout(const TracePlot& plot, double position);
+/// The readout next to a position, or the one `steps` after it; the last or the first where there
+/// are not as many. None without values.
+[[nodiscard]] std::optional<TraceReadout> nearestReadout(const TracePlot& plot, double position,
+                                                         int steps = 0);
 
 }  // namespace quorvex

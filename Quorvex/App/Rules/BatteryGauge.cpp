@@ -6,6 +6,7 @@
 #include <chrono>
 
 #include "DropdownFormat.h"
+#include "StatsRow.h"
 
 namespace quorvex {
 
@@ -61,11 +62,13 @@ std::vector<BatteryGaugeRow> gaugeRows(const BatteryInfo& battery) {
 }  // namespace
 
 BatteryGauge batteryGauge(const BatteryInfo& battery) {
+  const ColorName color = batteryPercentColor(battery);
   const auto percent = std::clamp<std::int64_t>(battery.chargePercent, 0, 100);
   return {.title = "Battery",
           .symbol = batteryIcon(battery),
           .percentText = fmt::format("{}%", battery.chargePercent),
           .fraction = static_cast<double>(percent) / 100.0,
+          .color = color == ColorName::primary ? ColorName::green : color,
           .rows = gaugeRows(battery),
           .accessibilityText =
               fmt::format("Battery: {}%, {}", battery.chargePercent, statusText(battery))};

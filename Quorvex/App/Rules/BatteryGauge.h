@@ -26,6 +26,8 @@ struct BatteryGauge {
   std::string symbol;       ///< `batteryIcon`
   std::string percentText;  ///< "80%"
   double fraction = 0.0;    ///< the charge, 0 to 1, for the bar
+  ColorName color =
+      ColorName::green;  ///< of the bar: as the percentage of the dropdown, else green
   std::vector<BatteryGaugeRow> rows;
   std::string accessibilityText;
 

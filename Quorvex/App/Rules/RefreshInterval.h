@@ -30,8 +30,11 @@ struct RefreshIntervalChange {
 /// The stepper of the refresh interval, in the settings and in the dropdown.
 struct RefreshIntervalStepper {
   std::string label;
-  double value = 0.0;      ///< seconds, normalised
-  std::string valueText;   ///< shown in tabular digits
+  double value = 0.0;     ///< seconds, normalised
+  std::string valueText;  ///< shown in tabular digits
+  double lowest = lowestRefreshInterval;
+  double highest = highestRefreshInterval;
+  double step = refreshIntervalStep;
   double decreased = 0.0;  ///< the value one step down; `value` itself at the lower limit
   double increased = 0.0;  ///< the value one step up; `value` itself at the upper limit
   bool canDecrease = false;

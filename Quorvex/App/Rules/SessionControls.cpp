@@ -21,6 +21,7 @@ SessionControls activeSessionControls(Date startedAt, const PowerSessionSummary&
                                       Date now) {
   SessionControls controls{
       .isRecording = true,
+      .labelSymbol = "record.circle",
       .elapsed = DropdownFormat::formatDuration(secondsBetween(startedAt, now)),
       .button = {.title = "Stop", .symbol = "stop.fill", .accessibilityLabel = "Stop session"}};
   if (summary.powerSegments.size() < 2) {

@@ -32,20 +32,24 @@ std::optional<EmptyState> emptyListState(std::size_t sessionCount, std::size_t f
 
 }  // namespace
 
+SessionListRow pendingSessionListRow(const PowerSession& session, bool isSelected) {
+  const PowerSessionStatus status = session.status();
+  SessionListRow row{.id = session.id(),
+                     .title = session.title(),
+                     .status = {std::string{rawValue(status)},
+                                status == PowerSessionStatus::completed ? ColorName::secondary
+                                                                        : ColorName::orange},
+                     .isSelected = isSelected};
+  row.accessibilityText = fmt::format("{}, {}", row.title, row.status.text);
+  return row;
+}
+
 SessionListRow sessionListRow(const PowerSession& session, const PowerSessionSummary& summary,
                               bool isSelected) {
-  const PowerSessionStatus status = session.status();
-  SessionListRow row{
-      .id = session.id(),
-      .title = session.title(),
-      .status = {std::string{rawValue(status)}, status == PowerSessionStatus::completed
-                                                    ? ColorName::secondary
-                                                    : ColorName::orange},
-      .values = {miniValue("Duration", formatSessionDuration(summary.durationSeconds)),
-                 miniValue("Battery", SessionFormat::percentDeltaText(summary.batteryPercentDelta)),
-                 miniValue("Power", SessionFormat::primaryPowerText(summary))},
-      .isSelected = isSelected};
-  row.accessibilityText = fmt::format("{}, {}", row.title, row.status.text);
+  SessionListRow row = pendingSessionListRow(session, isSelected);
+  row.values = {miniValue("Duration", formatSessionDuration(summary.durationSeconds)),
+                miniValue("Battery", SessionFormat::percentDeltaText(summary.batteryPercentDelta)),
+                miniValue("Power", SessionFormat::primaryPowerText(summary))};
   for (const MiniValue& value : row.values) {
     row.accessibilityText += ", " + value.accessibilityText;
   }

@@ -53,6 +53,10 @@ struct SessionListRow {
 [[nodiscard]] SessionListRow sessionListRow(const PowerSession& session,
                                             const PowerSessionSummary& summary, bool isSelected);
 
+/// The row of a session whose figures are not read yet: without figures, for those would read as
+/// absent ones.
+[[nodiscard]] SessionListRow pendingSessionListRow(const PowerSession& session, bool isSelected);
+
 /// Whether the row takes the recorder's running summary and not the store's.
 [[nodiscard]] bool showsRunningSummary(const PowerSession& session,
                                        const std::optional<UUID>& activeSessionID);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "PowerSessionStory.h"
@@ -14,13 +13,11 @@ struct StoryCard {
     std::string timeRange;
     std::string phase;
     std::string narrative;
-    std::vector<std::string> highlights;  ///< each after `highlightBullet`
+    std::vector<std::string> highlights;  ///< each after a bullet
     std::string accessibilityText;        ///< the episode in words
 
     bool operator==(const Episode&) const = default;
   };
-
-  static constexpr std::string_view highlightBullet = "•";
 
   std::string headline;
   std::vector<Episode> episodes;

@@ -47,6 +47,15 @@ void fillSensors(ThermalSection& section, const SystemPowerState& state, bool us
 
 }  // namespace
 
+std::vector<LabelledValue> temperatureHighlights(const SystemPowerState& state,
+                                                 const AppSettings& settings) {
+  if (!settings.showTemperatureHighlights) {
+    return {};
+  }
+  return readingRows(TemperatureInsights::menuHighlights(state.sensors, state.battery),
+                     settings.useFahrenheit);
+}
+
 ThermalSection thermalSection(const SystemPowerState& state, const AppSettings& settings) {
   const ColoredText stateInfo = DropdownFormat::thermalStateInfo(state.thermal.state);
   ThermalSection section{.title = "Thermal",
@@ -68,10 +77,7 @@ ThermalSection thermalSection(const SystemPowerState& state, const AppSettings& 
           reading->label);
     }
   }
-  if (settings.showTemperatureHighlights) {
-    section.highlights = readingRows(
-        TemperatureInsights::menuHighlights(state.sensors, state.battery), settings.useFahrenheit);
-  }
+  section.highlights = temperatureHighlights(state, settings);
   if (settings.showSensors) {
     fillSensors(section, state, settings.useFahrenheit);
   }

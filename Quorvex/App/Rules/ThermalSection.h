@@ -27,6 +27,11 @@ struct ThermalSection {
   bool operator==(const ThermalSection&) const = default;
 };
 
+/// The three temperatures that matter most, in the section and in the dropdown. Empty when switched
+/// off.
+[[nodiscard]] std::vector<LabelledValue> temperatureHighlights(const SystemPowerState& state,
+                                                               const AppSettings& settings);
+
 /// Reads `useFahrenheit`, `showTemperatureHighlights` and `showSensors` of the settings.
 [[nodiscard]] ThermalSection thermalSection(const SystemPowerState& state,
                                             const AppSettings& settings);

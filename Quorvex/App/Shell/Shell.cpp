@@ -1,6 +1,10 @@
 #include "Shell.h"
 
+#include <asio/post.hpp>
+
 #include <QApplication>
+#include <QFontDatabase>
+#include <QStringList>
 
 #include "DashboardModel.h"
 #include "DropdownModel.h"
@@ -14,6 +18,9 @@ namespace quorvex {
 Shell::Shell(QuorvexApp& app, QObject* parent)
     : QObject(parent), app_(&app), commands_(app), savePanel_(fileSavePanel()) {
   QApplication::setQuitOnLastWindowClosed(false);
+  // Looking for the system's fonts for the first time takes longer than most of what the first
+  // window waits for.
+  asio::post(app.context().workers, [] { static_cast<void>(QFontDatabase::families()); });
   auto& defaults = app.defaults();
   connect(&defaults, &DefaultsModel::refreshIntervalChanged, this,
           [this] { commands_.applyRefreshInterval(app_->defaults().refreshInterval()); });

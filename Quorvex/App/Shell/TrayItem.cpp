@@ -4,16 +4,23 @@
 #include <QIcon>
 #include <QPalette>
 #include <QPixmap>
+#include <QString>
 #include <initializer_list>
+#include <string_view>
 
+#include "AppScenes.h"
 #include "SymbolImage.h"
 
 namespace quorvex {
 
 namespace {
 
+QString text(std::string_view words) {
+  return QString::fromUtf8(words.data(), static_cast<qsizetype>(words.size()));
+}
+
 QIcon menuBarIcon() {
-  QSvgRenderer symbol(symbolFile(QStringLiteral("bolt.fill")));
+  QSvgRenderer symbol(symbolFile(text(AppScenes::menuBarSymbol)));
   const QColor color = QGuiApplication::palette().color(QPalette::WindowText);
   QIcon icon;
   for (const int size : {16, 22, 24, 32, 44, 48}) {
@@ -28,7 +35,7 @@ QIcon menuBarIcon() {
 
 TrayItem::TrayItem(QObject* parent) : QObject(parent) {
   icon_.setIcon(menuBarIcon());
-  icon_.setToolTip(QStringLiteral("Quorvex"));
+  icon_.setToolTip(text(AppScenes::menuBarTitle));
   connect(&icon_, &QSystemTrayIcon::activated, this, [this](auto reason) {
     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::Context) {
       emit clicked();

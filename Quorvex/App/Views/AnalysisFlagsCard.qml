@@ -42,7 +42,9 @@ Card {
             required property var modelData
 
             Layout.fillWidth: true
-            spacing: 1
+            spacing: 0
+            Accessible.role: Accessible.Grouping
+            Accessible.name: modelData.accessibilityText
 
             RowLayout {
                 spacing: Theme.large
@@ -51,9 +53,11 @@ Card {
                     Layout.fillWidth: true
                     text: check.modelData.code
                     font: Theme.bodyStrong
+                    wrapMode: Text.Wrap
                     tone: check.modelData.color
                 }
                 Figures {
+                    Layout.alignment: Qt.AlignTop
                     text: check.modelData.samplesText
                     font: Theme.caption
                     tone: "secondary"

@@ -9,9 +9,12 @@ Rectangle {
     property string tone: "secondary"
     property string help: ""
 
-    implicitWidth: row.implicitWidth + 4 * Theme.unit
-    implicitHeight: 20
-    radius: height / 2
+    // What is not the word: its margins, and the symbol.
+    readonly property real frame: 2 * Theme.medium + (symbol !== "" ? icon.width + row.spacing : 0)
+
+    implicitWidth: Math.ceil(label.implicitWidth) + frame
+    implicitHeight: Math.max(5 * Theme.unit, label.contentHeight + Theme.small)
+    radius: 10
     color: Theme.tinted(Theme.named[tone], 0.15)
     Accessible.role: Accessible.StaticText
     Accessible.name: text
@@ -21,9 +24,11 @@ Rectangle {
         id: row
 
         anchors.centerIn: parent
-        spacing: 4
+        spacing: Theme.small
 
         SymbolIcon {
+            id: icon
+
             anchors.verticalCenter: parent.verticalCenter
             visible: badge.symbol !== ""
             name: badge.symbol
@@ -31,7 +36,12 @@ Rectangle {
             tone: badge.tone
         }
         Text {
+            id: label
+
             anchors.verticalCenter: parent.verticalCenter
+            // Wraps where the badge is given less room than it asks for.
+            width: Math.max(0, badge.width - badge.frame)
+            wrapMode: Text.Wrap
             text: badge.text
             font: Theme.captionStrong
             color: Theme.named[badge.tone]
@@ -40,5 +50,5 @@ Rectangle {
         }
     }
 
-    HelpTip { text: badge.help }
+    HelpTip { help: badge.help }
 }

@@ -30,7 +30,7 @@ Card {
     PowerBar {
         Layout.fillWidth: true
         fraction: card.gauge?.fraction ?? 0
-        tone: "green"
+        tone: card.gauge?.color ?? "green"
         description: card.gauge?.accessibilityText ?? ""
     }
     Repeater {

@@ -8,6 +8,7 @@ Rectangle {
     required property var content
     required property var model
 
+    implicitWidth: column.implicitWidth + 2 * Theme.large
     implicitHeight: column.implicitHeight + 2 * Theme.large
     color: Theme.card
 
@@ -17,7 +18,7 @@ Rectangle {
         x: Theme.large
         y: Theme.large
         width: parent.width - 2 * Theme.large
-        spacing: 3 * Theme.unit
+        spacing: Theme.roomy
 
         RowLayout {
             spacing: Theme.medium
@@ -58,20 +59,30 @@ Rectangle {
 
             SettingSwitch {
                 isSmall: true
-                toggle: header.content.temperatureHighlights
+                entry: header.content.temperatureHighlights
                 defaults: header.model.defaults
             }
             SettingSwitch {
                 isSmall: true
-                toggle: header.content.advancedMetrics
+                entry: header.content.advancedMetrics
                 defaults: header.model.defaults
             }
             Item { Layout.fillWidth: true }
             LaunchAtLoginToggle {
                 Layout.fillWidth: false
                 isSmall: true
+                showsMessages: false
                 model: header.model.launchAtLogin
             }
+        }
+        TextLine {
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1
+            visible: text !== ""
+            text: header.model.launchAtLogin.content.errorMessage?.text ?? ""
+            font: Theme.caption
+            tone: header.model.launchAtLogin.content.errorMessage?.color ?? "red"
+            wrapMode: Text.Wrap
         }
     }
 }

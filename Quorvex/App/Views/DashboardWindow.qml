@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Window
 
 // Where measurements are started and looked at: a header over the two tabs.
 Window {
@@ -11,8 +10,9 @@ Window {
     readonly property bool isLive: model.tab === 0
 
     title: content.title
-    minimumWidth: 100 * Theme.unit
-    minimumHeight: 100 * Theme.unit
+    // As much as the header needs in the font that is there.
+    minimumWidth: Math.ceil(Math.max(100 * Theme.unit, header.implicitWidth))
+    minimumHeight: 120 * Theme.unit
     color: Theme.window
     // Once: afterwards the size is the user's.
     Component.onCompleted: {
@@ -30,6 +30,8 @@ Window {
         spacing: 0
 
         DashboardHeader {
+            id: header
+
             Layout.fillWidth: true
             content: window.content
             model: window.model

@@ -11,7 +11,7 @@ ColumnLayout {
     readonly property var interval: controls.refreshInterval
     readonly property var lowImpact: controls.lowImpactMode
 
-    spacing: 4
+    spacing: Theme.small
 
     RowLayout {
         Layout.fillWidth: true
@@ -37,15 +37,11 @@ ColumnLayout {
         checked: panel.lowImpact.isOn
         onToggled: panel.defaults.lowImpactMode = checked
     }
-    Badge {
-        visible: !!panel.controls.lowPowerMode
-        text: panel.controls.lowPowerMode?.text ?? ""
-        symbol: panel.controls.lowPowerMode?.symbol ?? ""
-        tone: panel.controls.lowPowerMode?.color ?? "secondary"
-        help: panel.controls.lowPowerMode?.help ?? ""
-    }
-    WarningLine {
+    OptionalBadge { entry: panel.controls.lowPowerMode }
+    Loader {
         Layout.fillWidth: true
-        warning: panel.controls.warning
+        active: !!panel.controls.warning
+        visible: active
+        sourceComponent: WarningLine { warning: panel.controls.warning }
     }
 }

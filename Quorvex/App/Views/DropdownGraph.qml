@@ -11,7 +11,7 @@ Card {
 
     signal chosen(string mode)
 
-    padding: 3 * Theme.unit
+    padding: Theme.roomy
 
     SegmentedControl {
         Layout.fillWidth: true
@@ -24,6 +24,7 @@ Card {
         Layout.fillWidth: true
         series: card.graph.sparkline.lines
         label: card.graph.label
+        description: card.graph.sparkline.accessibilityLabel
         caption: card.graph.caption ?? ""
         emptyText: card.graph.sparkline.emptyText
         graphHeight: 56
@@ -40,13 +41,13 @@ Card {
                 required property string modelData
                 readonly property var direction: card.used ? card.used[modelData] : undefined
 
-                spacing: 5
-                Accessible.role: Accessible.StaticText
+                spacing: Theme.gap
+                Accessible.role: Accessible.Grouping
                 Accessible.name: direction?.accessibilityText ?? ""
                 Accessible.description: card.used?.help ?? ""
 
                 SymbolIcon {
-                    implicitWidth: 13
+                    implicitWidth: 14
                     name: parent.direction?.symbol ?? ""
                     tone: parent.direction?.color ?? "secondary"
                 }
@@ -54,9 +55,8 @@ Card {
                     text: parent.direction?.text ?? ""
                     font: Theme.caption
                     tone: "secondary"
-                    Accessible.ignored: true
                 }
-                HelpTip { text: card.used?.help ?? "" }
+                HelpTip { help: card.used?.help ?? "" }
             }
         }
         Item { Layout.fillWidth: true }

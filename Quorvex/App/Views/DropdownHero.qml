@@ -14,7 +14,7 @@ RowLayout {
     ColumnLayout {
         Layout.fillWidth: true
         Layout.preferredHeight: 16 * Theme.unit
-        spacing: 2
+        spacing: Theme.tiny
 
         Repeater {
             model: hero.lines
@@ -31,8 +31,9 @@ RowLayout {
                 required property string accessibilityText
                 readonly property bool isLarge: hero.lines.count === 1 && !isStatus
 
-                spacing: 6
-                Accessible.role: Accessible.StaticText
+                Layout.fillWidth: true
+                spacing: Theme.gap
+                Accessible.role: Accessible.Grouping
                 Accessible.name: accessibilityText
 
                 SymbolIcon {
@@ -41,46 +42,38 @@ RowLayout {
                     tone: line.symbolColor
                 }
                 Figures {
-                    id: number
-
+                    Layout.alignment: Qt.AlignBaseline
                     text: line.number
                     font: line.isLarge ? Theme.hero : Theme.headline
                     tone: line.color
-                    Accessible.ignored: true
                 }
                 TextLine {
                     Layout.alignment: Qt.AlignBaseline
-                    Layout.fillWidth: true
                     visible: text !== ""
                     text: line.unit
                     font: Theme.headline
                     tone: "secondary"
-                    Accessible.ignored: true
                 }
+                Item { Layout.fillWidth: true }
             }
         }
         Item { Layout.fillHeight: true }
     }
     ColumnLayout {
         Layout.alignment: Qt.AlignRight | Qt.AlignVCenter
-        spacing: 4
+        spacing: Theme.small
 
-        Badge {
+        OptionalBadge {
             Layout.alignment: Qt.AlignRight
-            visible: !!hero.context.adapterPill
-            text: hero.context.adapterPill?.label ?? ""
-            symbol: hero.context.adapterPill?.symbol ?? ""
-            tone: hero.context.adapterPill?.color ?? "green"
-            help: hero.context.adapterPill?.help ?? ""
+            entry: hero.context.adapterPill
         }
-        Badge {
+        OptionalBadge {
             Layout.alignment: Qt.AlignRight
-            visible: !!hero.content.hero.stateLabel
-            text: hero.content.hero.stateLabel?.text ?? ""
-            tone: hero.content.hero.stateLabel?.color ?? "secondary"
+            entry: hero.content.hero.stateLabel
         }
         TextLine {
             Layout.alignment: Qt.AlignRight
+            Layout.maximumWidth: 36 * Theme.unit
             visible: text !== ""
             text: hero.content.hero.sourceLabel
             font: Theme.caption

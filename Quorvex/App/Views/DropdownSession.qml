@@ -8,7 +8,7 @@ Card {
     required property var session
     required property var commands
 
-    padding: 3 * Theme.unit
+    padding: Theme.roomy
     description: session.accessibilityText
 
     RowLayout {
@@ -16,6 +16,7 @@ Card {
         spacing: Theme.medium
 
         SymbolIcon {
+            visible: name !== ""
             name: card.session.labelSymbol
             tone: card.session.isRecording ? "red" : "secondary"
         }

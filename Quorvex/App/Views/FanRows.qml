@@ -9,7 +9,7 @@ ColumnLayout {
 
     Layout.fillWidth: true
     visible: (rows?.count ?? 0) > 0
-    spacing: 3 * Theme.unit
+    spacing: Theme.roomy
 
     Repeater {
         model: list.rows
@@ -25,7 +25,7 @@ ColumnLayout {
             required property string accessibilityText
 
             Layout.fillWidth: true
-            spacing: 3
+            spacing: Theme.small
 
             PowerBar {
                 Layout.fillWidth: true

@@ -5,10 +5,10 @@ Rectangle {
     required property Item target
 
     anchors.fill: parent
-    anchors.margins: -3
+    anchors.margins: -Theme.tiny
     visible: target.visualFocus === undefined ? target.activeFocus : target.visualFocus
     color: "transparent"
-    radius: (parent.radius ?? 0) + 3
+    radius: (parent.radius ?? 0) + Theme.tiny
     border.width: 2
     border.color: Theme.accent
 }

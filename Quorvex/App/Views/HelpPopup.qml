@@ -5,9 +5,9 @@ import QtQuick.Templates as T
 T.ToolTip {
     id: popup
 
-    required property var tip
+    required property var owner
 
-    visible: tip.hovered && tip.text !== ""
+    visible: owner.hovered && owner.help !== ""
     delay: 600
     x: 0
     y: parent.height + Theme.small
@@ -19,7 +19,7 @@ T.ToolTip {
     contentItem: Text {
         id: content
 
-        text: popup.tip.text
+        text: popup.owner.help
         font: Theme.caption
         color: Theme.primary
         wrapMode: Text.Wrap

@@ -4,14 +4,13 @@ import QtQuick
 HoverHandler {
     id: tip
 
-    property string text: ""
+    property string help: ""
     property var popup: null
-    readonly property Component popupKind: Component { HelpPopup {} }
 
-    enabled: text !== ""
+    enabled: help !== ""
     onHoveredChanged: {
         if (hovered && !popup) {
-            popup = popupKind.createObject(parent, { tip: tip })
+            popup = OnDemand.explain(tip, parent)
         }
     }
 }

@@ -7,9 +7,11 @@ ColumnLayout {
 
     required property var model
     property bool isSmall: false
+    // Whether caption and failure stand below the switch; else they are for the surroundings.
+    property bool showsMessages: true
     readonly property var content: model.content
 
-    spacing: 4
+    spacing: Theme.small
 
     SwitchRow {
         Layout.fillWidth: true
@@ -22,7 +24,7 @@ ColumnLayout {
     }
     TextLine {
         Layout.fillWidth: true
-        visible: text !== ""
+        visible: control.showsMessages && text !== ""
         text: control.content.caption ?? ""
         font: Theme.caption
         tone: "secondary"
@@ -30,7 +32,7 @@ ColumnLayout {
     }
     TextLine {
         Layout.fillWidth: true
-        visible: text !== ""
+        visible: control.showsMessages && text !== ""
         text: control.content.errorMessage?.text ?? ""
         font: Theme.caption
         tone: control.content.errorMessage?.color ?? "red"

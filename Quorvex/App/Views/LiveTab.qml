@@ -8,6 +8,8 @@ ScrollPage {
     required property var model
     readonly property var content: model.live.content
 
+    description: model.content.tabs.options[0]
+
     function has(section) {
         return content.sections.includes(section)
     }

@@ -6,7 +6,8 @@ Card {
     id: section
 
     required property var model
-    readonly property var content: model.session.content
+    readonly property var session: model.session
+    readonly property var content: session.content
 
     heading: content.title
 
@@ -23,32 +24,29 @@ Card {
         tone: "secondary"
         wrapMode: Text.Wrap
     }
-    RowLayout {
-        spacing: Theme.medium
+    GridLayout {
+        Layout.fillWidth: true
+        columns: width >= 96 * Theme.unit ? 3 : 2
+        columnSpacing: Theme.medium
+        rowSpacing: Theme.medium
 
         TextEntry {
-            id: name
-
             Layout.fillWidth: true
+            Layout.preferredWidth: 1
+            Layout.columnSpan: parent.columns === 2 ? 2 : 1
             placeholderText: section.content.namePrompt
-            enabled: !section.content.isRecording
-            onAccepted: startStop.clicked()
+            text: section.session.sessionName
+            onTextChanged: section.session.sessionName = text
+            onAccepted: if (!section.content.isRecording) section.model.startSession()
         }
         MenuButton {
-            id: startStop
-
+            Layout.fillWidth: parent.columns === 2
             entry: section.content.startStopButton
             isProminent: !section.content.isRecording
-            onClicked: {
-                if (section.content.isRecording) {
-                    section.model.commands.stopSession()
-                } else {
-                    section.model.commands.startSession(name.text)
-                    name.clear()
-                }
-            }
+            onClicked: section.content.isRecording ? section.model.stopSession() : section.model.startSession()
         }
         MenuButton {
+            Layout.fillWidth: parent.columns === 2
             entry: section.content.historyButton
             onClicked: section.model.viewHistory()
         }

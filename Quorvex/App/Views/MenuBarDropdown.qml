@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Window
 
 // The panel that opens from the menu-bar item, or a window of its own where there is no menu bar.
 Window {
@@ -12,7 +11,8 @@ Window {
 
     title: content.title
     width: 88 * Theme.unit
-    height: page.implicitHeight + 2 * page.anchors.margins
+    // On a low screen the panel scrolls.
+    height: Math.min(Math.ceil(page.implicitHeight), Screen.desktopAvailableHeight - Theme.huge)
     minimumWidth: width
     maximumWidth: width
     minimumHeight: height
@@ -26,12 +26,11 @@ Window {
         onActivated: dropdown.close()
     }
 
-    ColumnLayout {
+    ScrollPage {
         id: page
 
         anchors.fill: parent
-        anchors.margins: Theme.large
-        spacing: 3 * Theme.unit
+        spacing: Theme.roomy
 
         DropdownHero {
             Layout.fillWidth: true
@@ -46,6 +45,7 @@ Window {
         DropdownStats {
             Layout.fillWidth: true
             cells: dropdown.model.list("stats")
+            highlights: dropdown.model.list("highlights")
         }
         DropdownSession {
             Layout.fillWidth: true

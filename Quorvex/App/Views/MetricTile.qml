@@ -9,9 +9,8 @@ Card {
     property string value: ""
     property string detail: ""
 
-    padding: 3 * Theme.unit
-    spacing: 2
-    description: label
+    padding: Theme.roomy
+    spacing: Theme.tiny
 
     TextLine {
         Layout.fillWidth: true

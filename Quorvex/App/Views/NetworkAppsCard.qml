@@ -19,8 +19,8 @@ Card {
             required property var modelData
 
             Layout.fillWidth: true
-            spacing: 1
-            Accessible.role: Accessible.StaticText
+            spacing: 0
+            Accessible.role: Accessible.Grouping
             Accessible.name: modelData.accessibilityText
 
             RowLayout {
@@ -29,17 +29,32 @@ Card {
                 TextLine {
                     Layout.fillWidth: true
                     text: app.modelData.name
-                    Accessible.ignored: true
                 }
-                SymbolIcon { implicitWidth: 11; name: card.apps?.inSymbol ?? "" }
-                Figures {
-                    text: app.modelData.inText
-                    Accessible.ignored: true
-                }
-                SymbolIcon { implicitWidth: 11; name: card.apps?.outSymbol ?? "" }
-                Figures {
-                    text: app.modelData.outText
-                    Accessible.ignored: true
+                Repeater {
+                    model: [
+                        { symbol: card.apps?.inSymbol ?? "", text: app.modelData.inText },
+                        { symbol: card.apps?.outSymbol ?? "", text: app.modelData.outText }
+                    ]
+
+                    RowLayout {
+                        id: side
+
+                        required property var modelData
+
+                        Layout.fillWidth: false
+                        Layout.preferredWidth: 22 * Theme.unit
+                        spacing: Theme.small
+
+                        SymbolIcon {
+                            implicitWidth: Theme.roomy
+                            name: side.modelData.symbol
+                        }
+                        Figures {
+                            Layout.fillWidth: true
+                            text: side.modelData.text
+                            alignRight: true
+                        }
+                    }
                 }
             }
             TextLine {
@@ -47,7 +62,6 @@ Card {
                 text: app.modelData.peakText
                 font: Theme.caption
                 tone: "secondary"
-                Accessible.ignored: true
             }
         }
     }

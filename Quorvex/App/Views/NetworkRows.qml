@@ -9,7 +9,7 @@ ColumnLayout {
 
     Layout.fillWidth: true
     visible: (rows?.count ?? 0) > 0
-    spacing: 6
+    spacing: Theme.gap
 
     Repeater {
         model: list.rows
@@ -22,15 +22,14 @@ ColumnLayout {
             required property string outText
             required property string accessibilityText
 
-            spacing: Theme.medium
-            Accessible.role: Accessible.StaticText
+            spacing: Theme.large
+            Accessible.role: Accessible.Grouping
             Accessible.name: accessibilityText
 
             TextLine {
                 Layout.fillWidth: true
                 text: row.name
                 tone: "secondary"
-                Accessible.ignored: true
             }
             Repeater {
                 model: ["arrow.down", "arrow.up"]
@@ -40,18 +39,17 @@ ColumnLayout {
                     required property int index
 
                     Layout.fillWidth: false
-                    Layout.preferredWidth: 24 * Theme.unit
-                    spacing: 4
+                    Layout.preferredWidth: 22 * Theme.unit
+                    spacing: Theme.small
 
                     SymbolIcon {
-                        implicitWidth: 11
+                        implicitWidth: 12
                         name: parent.modelData
                     }
                     Figures {
                         Layout.fillWidth: true
                         text: parent.index === 0 ? row.inText : row.outText
                         alignRight: true
-                        Accessible.ignored: true
                     }
                 }
             }

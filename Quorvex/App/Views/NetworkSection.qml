@@ -19,6 +19,7 @@ Card {
     Sparkline {
         Layout.fillWidth: true
         label: card.section.throughput.label
+        description: card.section.throughput.accessibilityLabel
         series: card.section.throughput.lines
         emptyText: card.section.throughput.emptyText
     }

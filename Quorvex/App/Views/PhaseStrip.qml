@@ -15,24 +15,26 @@ ColumnLayout {
         id: track
 
         Layout.fillWidth: true
-        implicitHeight: 8
+        implicitHeight: Theme.medium
+        clip: true
         Accessible.role: Accessible.Graphic
         Accessible.name: phases.strip?.accessibilityText ?? ""
 
         Row {
             anchors.fill: parent
-            spacing: 2
+            spacing: Theme.tiny
 
             Repeater {
-                model: phases.bars
+                model: phases.bars.length
 
                 Rectangle {
-                    required property var modelData
+                    required property int index
+                    readonly property var bar: phases.bars[index]
 
-                    width: Math.max(2, modelData.fraction * (track.width - 2 * (phases.bars.length - 1)))
+                    width: Math.max(2, (bar?.fraction ?? 0) * (track.width - parent.spacing * (phases.bars.length - 1)))
                     height: track.height
                     radius: 3
-                    color: Theme.named[modelData.color]
+                    color: Theme.named[bar?.color ?? "secondary"]
                 }
             }
         }
@@ -40,37 +42,36 @@ ColumnLayout {
     Flow {
         Layout.fillWidth: true
         visible: phases.strip?.showsLegend ?? false
-        spacing: 3 * Theme.unit
+        spacing: Theme.roomy
 
         Repeater {
-            model: phases.bars
+            model: phases.bars.length
 
             Row {
                 id: entry
 
-                required property var modelData
+                required property int index
+                readonly property var bar: phases.bars[index]
 
-                spacing: 5
-                Accessible.role: Accessible.StaticText
-                Accessible.name: modelData.accessibilityText
+                spacing: Theme.small
+                Accessible.role: Accessible.Grouping
+                Accessible.name: bar?.accessibilityText ?? ""
 
                 Rectangle {
                     anchors.verticalCenter: parent.verticalCenter
-                    width: 8
-                    height: 8
-                    radius: 4
-                    color: Theme.named[entry.modelData.color]
+                    width: Theme.medium
+                    height: Theme.medium
+                    radius: Theme.small
+                    color: Theme.named[entry.bar?.color ?? "secondary"]
                 }
                 TextLine {
-                    text: entry.modelData.label
+                    text: entry.bar?.label ?? ""
                     font: Theme.caption
-                    Accessible.ignored: true
                 }
                 Figures {
-                    text: entry.modelData.durationText
+                    text: entry.bar?.durationText ?? ""
                     font: Theme.caption
                     tone: "secondary"
-                    Accessible.ignored: true
                 }
             }
         }

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-// The phases one by one.
+// The phases one by one, their figures in columns that are the same in every row.
 Card {
     id: card
 
@@ -9,7 +9,7 @@ Card {
 
     visible: !!table
     heading: table?.heading ?? ""
-    spacing: 3 * Theme.unit
+    spacing: Theme.roomy
 
     Repeater {
         model: card.table?.rows ?? []
@@ -18,28 +18,30 @@ Card {
             id: row
 
             required property var modelData
+            readonly property bool isWide: width >= 110 * Theme.unit
 
             Layout.fillWidth: true
-            columns: width >= 110 * Theme.unit ? 2 : 1
-            rowSpacing: 4
+            columns: isWide ? 2 : 1
+            rowSpacing: Theme.small
             columnSpacing: Theme.large
             Accessible.role: Accessible.Grouping
             Accessible.name: modelData.accessibilityText
 
             RowLayout {
                 Layout.fillWidth: true
+                Layout.preferredWidth: 1
                 spacing: Theme.medium
 
                 Rectangle {
                     Layout.alignment: Qt.AlignTop
-                    Layout.topMargin: 4
-                    implicitWidth: 9
-                    implicitHeight: 9
-                    radius: 5
+                    Layout.topMargin: Theme.small
+                    implicitWidth: Theme.medium
+                    implicitHeight: Theme.medium
+                    radius: Theme.small
                     color: Theme.named[row.modelData.dotColor]
                 }
                 ColumnLayout {
-                    spacing: 1
+                    spacing: 0
 
                     TextLine {
                         Layout.fillWidth: true
@@ -54,6 +56,7 @@ Card {
                             tone: "secondary"
                         }
                         Figures {
+                            Layout.fillWidth: true
                             text: row.modelData.duration
                             font: Theme.caption
                             tone: "secondary"
@@ -62,9 +65,9 @@ Card {
                 }
             }
             RowLayout {
-                Layout.fillWidth: row.columns === 1
-                Layout.preferredWidth: 66 * Theme.unit
-                Layout.leftMargin: row.columns === 1 ? 17 : 0
+                Layout.fillWidth: !row.isWide
+                Layout.preferredWidth: 60 * Theme.unit
+                Layout.leftMargin: row.isWide ? 0 : 4 * Theme.unit
                 spacing: Theme.medium
 
                 Repeater {
@@ -74,6 +77,7 @@ Card {
                         required property var modelData
 
                         entry: modelData
+                        alignRight: row.isWide
                     }
                 }
             }

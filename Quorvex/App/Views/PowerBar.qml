@@ -11,7 +11,7 @@ ColumnLayout {
     property string tone: "green"
     property string description: ""
 
-    spacing: 4
+    spacing: Theme.small
 
     ValueRow {
         Layout.fillWidth: true
@@ -21,8 +21,8 @@ ColumnLayout {
     }
     Rectangle {
         Layout.fillWidth: true
-        implicitHeight: 6
-        radius: 3
+        implicitHeight: Theme.small
+        radius: Theme.tiny
         color: Theme.track
         Accessible.role: Accessible.Graphic
         Accessible.name: bar.description
@@ -31,7 +31,7 @@ ColumnLayout {
         Rectangle {
             width: bar.fraction > 0 ? Math.max(height, parent.width * bar.fraction) : 0
             height: parent.height
-            radius: 3
+            radius: Theme.tiny
             color: Theme.named[bar.tone]
 
             Behavior on width { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }

@@ -19,7 +19,7 @@ Card {
         }
         ColumnLayout {
             Layout.fillWidth: true
-            spacing: 1
+            spacing: Theme.tiny
 
             TextLine {
                 Layout.fillWidth: true
@@ -31,12 +31,15 @@ Card {
                 text: card.breakdown.summary
                 font: Theme.caption
                 tone: "secondary"
+                wrapMode: Text.Wrap
             }
         }
     }
     PowerBar {
         Layout.fillWidth: true
         visible: !!card.breakdown.bar
+        label: card.breakdown.bar?.label ?? ""
+        value: card.breakdown.bar?.value ?? ""
         fraction: card.breakdown.bar?.fraction ?? 0
         tone: card.breakdown.bar?.tint ?? "green"
         description: card.breakdown.bar?.accessibilityText ?? ""
@@ -45,6 +48,7 @@ Card {
         Layout.fillWidth: true
         visible: !!card.breakdown.history
         label: card.breakdown.history?.label ?? ""
+        description: card.breakdown.history?.accessibilityLabel ?? ""
         series: card.breakdown.history?.lines ?? []
     }
     Repeater {
@@ -64,7 +68,7 @@ Card {
     }
     RowLayout {
         visible: card.breakdown.unavailableText !== ""
-        spacing: 6
+        spacing: Theme.gap
 
         SymbolIcon {
             implicitWidth: 14

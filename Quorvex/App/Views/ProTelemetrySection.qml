@@ -16,7 +16,7 @@ Card {
 
         ColumnLayout {
             Layout.fillWidth: true
-            spacing: 2
+            spacing: Theme.tiny
 
             TextLine {
                 Layout.fillWidth: true
@@ -30,7 +30,7 @@ Card {
         }
         SettingSwitch {
             Layout.alignment: Qt.AlignTop
-            toggle: card.content.enabledSwitch
+            entry: card.content.enabledSwitch
             defaults: card.defaults
             enabled: card.content.canSwitch
         }

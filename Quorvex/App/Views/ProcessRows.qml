@@ -9,7 +9,7 @@ ColumnLayout {
 
     Layout.fillWidth: true
     visible: (rows?.count ?? 0) > 0
-    spacing: 6
+    spacing: Theme.gap
 
     Repeater {
         model: list.rows
@@ -21,19 +21,26 @@ ColumnLayout {
             required property var figures
             required property string accessibilityText
 
-            spacing: Theme.large
-            Accessible.role: Accessible.StaticText
+            spacing: Theme.medium
+            Accessible.role: Accessible.Grouping
             Accessible.name: accessibilityText
 
             TextLine {
                 Layout.fillWidth: true
                 text: row.name
-                Accessible.ignored: true
+                wrapMode: Text.Wrap
             }
-            Figures {
-                text: row.figures.join("   ")
-                tone: "secondary"
-                Accessible.ignored: true
+            Repeater {
+                model: row.figures.length
+
+                Figures {
+                    required property int index
+
+                    Layout.preferredWidth: Math.max(16 * Theme.unit, implicitWidth)
+                    text: row.figures[index] ?? ""
+                    tone: "secondary"
+                    alignRight: true
+                }
             }
         }
     }

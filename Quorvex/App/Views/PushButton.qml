@@ -12,7 +12,8 @@ T.AbstractButton {
     // The name of a button without a text.
     property string description: ""
 
-    readonly property string shownTone: isProminent ? "" : tone
+    property var tip: null
+    property Item ring: null
 
     implicitHeight: Theme.controlHeight
     implicitWidth: Math.max(implicitHeight, row.implicitWidth + leftPadding + rightPadding)
@@ -25,6 +26,8 @@ T.AbstractButton {
     Accessible.name: text !== "" ? text : description
     Accessible.description: help
     Accessible.onPressAction: if (enabled) clicked()
+    onHoveredChanged: if (hovered && help !== "" && !tip) tip = OnDemand.explain(button, button)
+    onVisualFocusChanged: if (visualFocus && !ring) ring = OnDemand.mark(button, background)
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
@@ -33,7 +36,7 @@ T.AbstractButton {
             id: row
 
             anchors.centerIn: parent
-            spacing: 6
+            spacing: Theme.gap
 
             SymbolIcon {
                 anchors.verticalCenter: parent.verticalCenter
@@ -54,13 +57,9 @@ T.AbstractButton {
         }
     }
     background: Rectangle {
-        radius: 6
+        radius: Theme.gap
         color: button.isProminent
             ? (button.down ? Qt.darker(Theme.accent, 1.15) : Theme.accent)
             : button.down ? Theme.controlPressed : button.hovered ? Theme.controlHover : Theme.control
-
-        FocusRing { target: button }
     }
-
-    HelpTip { text: button.help }
 }

@@ -66,7 +66,9 @@ QQuickWindow* QuickWindowHost::make(Scene scene, bool isPopover) {
   if (scene == Scene::dropdown) {
     properties.insert(QStringLiteral("isPopover"), isPopover);
   }
-  std::unique_ptr<QObject> root(component.createWithInitialProperties(properties));
+  // A view that does not even compile must not be made.
+  std::unique_ptr<QObject> root(
+      component.isReady() ? component.createWithInitialProperties(properties) : nullptr);
   auto* window = qobject_cast<QQuickWindow*>(root.get());
   if (window == nullptr) {
     fatalError("A window of the app cannot be made: " + component.errorString().toStdString());

@@ -10,7 +10,7 @@ RowLayout {
 
     Layout.fillWidth: !isSmall
     Layout.preferredWidth: isSmall ? implicitWidth : 1
-    spacing: 6
+    spacing: Theme.gap
 
     SymbolIcon {
         implicitWidth: figure.isSmall ? 12 : 16

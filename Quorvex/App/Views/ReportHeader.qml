@@ -10,19 +10,22 @@ Card {
     signal exportRequested()
     signal deleteRequested()
 
-    RowLayout {
-        spacing: Theme.medium
+    GridLayout {
+        Layout.fillWidth: true
+        columns: width >= 96 * Theme.unit ? 2 : 1
+        columnSpacing: Theme.medium
+        rowSpacing: Theme.medium
 
         ColumnLayout {
             Layout.fillWidth: true
-            spacing: 2
+            Layout.preferredWidth: 1
+            spacing: Theme.tiny
 
             TextLine {
                 Layout.fillWidth: true
                 text: card.header.title
                 font: Theme.headline
                 wrapMode: Text.Wrap
-                maximumLineCount: 2
                 Accessible.role: Accessible.Heading
             }
             TextLine {
@@ -36,15 +39,19 @@ Card {
                 tone: "secondary"
             }
         }
-        MenuButton {
-            Layout.alignment: Qt.AlignTop
-            entry: card.header.exportButton
-            onClicked: card.exportRequested()
-        }
-        MenuButton {
-            Layout.alignment: Qt.AlignTop
-            entry: card.header.deleteButton
-            onClicked: card.deleteRequested()
+        RowLayout {
+            Layout.fillWidth: false
+            Layout.alignment: Qt.AlignTop | Qt.AlignLeft
+            spacing: Theme.medium
+
+            MenuButton {
+                entry: card.header.exportButton
+                onClicked: card.exportRequested()
+            }
+            MenuButton {
+                entry: card.header.deleteButton
+                onClicked: card.deleteRequested()
+            }
         }
     }
     PhaseStrip {

@@ -7,7 +7,15 @@ Card {
 
     required property var sampling
 
-    RowLayout {
+    description: sampling.heading
+
+    GridLayout {
+        Layout.fillWidth: true
+        // A badge of many flags stands below the heading.
+        columns: card.sampling.badge.text.length > 30 ? 1 : 2
+        columnSpacing: Theme.medium
+        rowSpacing: Theme.small
+
         TextLine {
             Layout.fillWidth: true
             text: card.sampling.heading
@@ -15,6 +23,7 @@ Card {
             Accessible.role: Accessible.Heading
         }
         Badge {
+            Layout.maximumWidth: parent.width
             text: card.sampling.badge.text
             symbol: card.sampling.badge.symbol
             tone: card.sampling.badge.color
@@ -25,6 +34,7 @@ Card {
         Layout.fillWidth: true
         columns: width >= 90 * Theme.unit ? 4 : 2
         rowSpacing: Theme.medium
+        columnSpacing: Theme.medium
 
         Repeater {
             model: card.sampling.rows
@@ -50,24 +60,28 @@ Card {
 
             required property var modelData
 
-            spacing: Theme.large
-            Accessible.role: Accessible.StaticText
+            spacing: Theme.medium
+            Accessible.role: Accessible.Grouping
             Accessible.name: modelData.accessibilityText
 
             Figures {
                 Layout.fillWidth: true
                 text: span.modelData.timeRange
-                Accessible.ignored: true
+                font: Theme.caption
             }
             Figures {
+                Layout.preferredWidth: 22 * Theme.unit
                 text: span.modelData.samplesText
+                font: Theme.caption
                 tone: "secondary"
-                Accessible.ignored: true
+                alignRight: true
             }
             TextLine {
+                Layout.preferredWidth: 28 * Theme.unit
+                horizontalAlignment: Text.AlignRight
                 text: span.modelData.confidence.text
+                font: Theme.caption
                 tone: span.modelData.confidence.color
-                Accessible.ignored: true
             }
         }
     }

@@ -1,20 +1,44 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
-import QtQuick.Window
 
-// A page that scrolls when it is longer than its window.
+// A page that scrolls when it is longer than its window, by the keyboard too.
 Flickable {
     id: page
 
     default property alias body: column.data
     property alias spacing: column.spacing
+    // Names the page to screen readers.
+    property string description: ""
 
     implicitHeight: column.implicitHeight + 2 * Theme.large
     contentHeight: column.height + 2 * Theme.large
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    activeFocusOnTab: contentHeight > height
     Accessible.role: Accessible.Pane
+    Accessible.name: description
+    Accessible.focusable: activeFocusOnTab
+    Keys.onPressed: event => {
+        const step = ({
+            [Qt.Key_Up]: -10 * Theme.unit, [Qt.Key_Down]: 10 * Theme.unit,
+            [Qt.Key_PageUp]: -0.9 * height, [Qt.Key_PageDown]: 0.9 * height,
+            [Qt.Key_Home]: -contentHeight, [Qt.Key_End]: contentHeight
+        })[event.key]
+        if (step !== undefined) {
+            contentY = Math.max(0, Math.min(contentY + step, contentHeight - height))
+            event.accepted = true
+        }
+    }
+
+    // In front of what scrolls.
+    property Item ring: null
+    onActiveFocusChanged: {
+        if (activeFocus && !ring) {
+            ring = OnDemand.mark(page, page)
+            ring.anchors.margins = Theme.tiny
+        }
+    }
 
     // The keyboard's place is always in sight.
     function reveal(item) {

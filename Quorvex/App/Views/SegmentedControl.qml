@@ -13,31 +13,44 @@ FocusScope {
 
     signal chosen(int index)
 
-    implicitWidth: row.implicitWidth + 4
+    function choose(index) {
+        if (index >= 0 && index < options.length) {
+            segments.itemAt(index).forceActiveFocus(Qt.TabFocusReason)
+            chosen(index)
+        }
+    }
+
+    implicitWidth: row.implicitWidth + Theme.small
     implicitHeight: Theme.controlHeight
     Accessible.role: Accessible.Grouping
     Accessible.name: description
 
     Rectangle {
         anchors.fill: parent
-        radius: 7
+        radius: Theme.radius
         color: Theme.control
     }
     RowLayout {
         id: row
 
         anchors.fill: parent
-        anchors.margins: 2
+        anchors.margins: Theme.tiny
         spacing: 0
 
         Repeater {
-            model: control.options
+            id: segments
+
+            // By number: new words and another choice leave the segments, and the keyboard, in place.
+            model: control.options.length
 
             T.RadioButton {
                 id: segment
 
                 required property int index
-                required property var modelData
+                readonly property string help: entry.help ?? ""
+                property var tip: null
+                property Item ring: null
+                readonly property var entry: control.options[index] ?? ({ title: "" })
                 readonly property bool isCurrent: index === control.current
 
                 Layout.fillWidth: true
@@ -45,36 +58,40 @@ FocusScope {
                 Layout.preferredWidth: 1
                 Layout.minimumWidth: implicitWidth
                 implicitWidth: content.implicitWidth + 6 * Theme.unit
-                focusPolicy: Qt.StrongFocus
-                Accessible.name: modelData.accessibilityLabel ?? modelData.title
-                Accessible.description: modelData.help ?? ""
+                // One place for the keyboard, in which the arrow keys choose.
+                focusPolicy: isCurrent ? Qt.StrongFocus : Qt.ClickFocus
+                hoverEnabled: true
+                onHoveredChanged: if (hovered && help !== "" && !tip) tip = OnDemand.explain(segment, segment)
+                onVisualFocusChanged: if (visualFocus && !ring) ring = OnDemand.mark(segment, background)
+                Accessible.name: entry.accessibilityLabel ?? entry.title
+                Accessible.description: help
                 Accessible.onPressAction: control.chosen(index)
                 Accessible.onToggleAction: control.chosen(index)
                 autoExclusive: false
                 checked: isCurrent
                 onToggled: checked = Qt.binding(() => isCurrent)
                 onClicked: control.chosen(index)
-                Keys.onLeftPressed: control.chosen(Math.max(0, control.current - 1))
-                Keys.onRightPressed: control.chosen(Math.min(control.options.length - 1, control.current + 1))
+                Keys.onLeftPressed: control.choose(index - 1)
+                Keys.onRightPressed: control.choose(index + 1)
 
                 contentItem: Item {
                     Row {
                         id: content
 
                         anchors.centerIn: parent
-                        spacing: 5
+                        spacing: Theme.gap
 
                         SymbolIcon {
                             anchors.verticalCenter: parent.verticalCenter
-                            visible: (segment.modelData.symbol ?? "") !== ""
-                            name: segment.modelData.symbol ?? ""
-                            implicitWidth: 13
+                            visible: (segment.entry.symbol ?? "") !== ""
+                            name: segment.entry.symbol ?? ""
+                            implicitWidth: 14
                             tone: segment.isCurrent ? "primary" : "secondary"
                         }
                         Text {
                             anchors.verticalCenter: parent.verticalCenter
                             visible: text !== ""
-                            text: segment.modelData.title
+                            text: segment.entry.title
                             font: segment.isCurrent ? Theme.bodyStrong : Theme.body
                             color: segment.isCurrent ? Theme.primary : Theme.secondary
                             textFormat: Text.PlainText
@@ -83,15 +100,11 @@ FocusScope {
                     }
                 }
                 background: Rectangle {
-                    radius: 5
+                    radius: Theme.gap
                     color: segment.isCurrent ? Theme.card : "transparent"
                     border.width: segment.isCurrent ? 1 : 0
                     border.color: Theme.line
-
-                    FocusRing { target: segment }
                 }
-
-                HelpTip { text: segment.modelData.help ?? "" }
             }
         }
     }

@@ -11,8 +11,11 @@ TextEdit {
     wrapMode: Text.Wrap
     readOnly: true
     selectByMouse: true
+    activeFocusOnTab: text !== ""
     textFormat: TextEdit.PlainText
     Accessible.role: Accessible.StaticText
     Accessible.name: text
     Accessible.ignored: text === ""
+
+    FocusRing { target: parent }
 }

@@ -9,7 +9,7 @@ Rectangle {
     // For the moment between a session's end and this panel's.
     readonly property var shown: card ?? ({ title: "", status: "", statusColor: "primary", metrics: [], accessibilityText: "" })
 
-    implicitHeight: column.implicitHeight + 6 * Theme.unit
+    implicitHeight: column.implicitHeight + 2 * Theme.roomy
     radius: 6
     color: Theme.window
     Accessible.role: Accessible.Grouping
@@ -19,7 +19,7 @@ Rectangle {
         id: column
 
         anchors.fill: parent
-        anchors.margins: 3 * Theme.unit
+        anchors.margins: Theme.roomy
         spacing: Theme.medium
 
         RowLayout {

@@ -9,6 +9,7 @@ Item {
     required property var model
     readonly property var content: model.content
     readonly property bool isWide: width >= 170 * Theme.unit
+    readonly property real listHeight: Math.max(height * 0.4, 42 * Theme.unit)
 
     GridLayout {
         anchors.fill: parent
@@ -21,8 +22,8 @@ Item {
             Layout.fillWidth: !view.isWide
             Layout.preferredWidth: 72 * Theme.unit
             Layout.minimumWidth: view.isWide ? 72 * Theme.unit : 0
-            Layout.preferredHeight: view.isWide ? view.height : view.height * 0.4
-            Layout.maximumHeight: view.isWide ? Infinity : view.height * 0.4
+            Layout.preferredHeight: view.isWide ? view.height : view.listHeight
+            Layout.maximumHeight: view.isWide ? Infinity : view.listHeight
             hasEdge: view.isWide
             model: view.model
         }

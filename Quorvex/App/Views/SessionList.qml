@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// The searchable list of sessions.
+// The searchable list of sessions. It is one place for the keyboard, in which the arrow keys choose.
 Rectangle {
     id: pane
 
@@ -14,20 +14,21 @@ Rectangle {
 
     ColumnLayout {
         anchors.fill: parent
-        anchors.topMargin: 3 * Theme.unit
+        anchors.topMargin: Theme.large
         spacing: Theme.medium
 
         RowLayout {
-            Layout.leftMargin: 3 * Theme.unit
-            Layout.rightMargin: 3 * Theme.unit
+            Layout.leftMargin: Theme.large
+            Layout.rightMargin: Theme.large
             spacing: Theme.medium
 
             TextEntry {
                 Layout.fillWidth: true
+                Layout.preferredWidth: 1
                 symbol: "magnifyingglass"
                 placeholderText: pane.content.searchPrompt
                 text: pane.model.searchText
-                onTextEdited: pane.model.searchText = text
+                onTextChanged: pane.model.searchText = text
             }
             MenuButton {
                 entry: pane.content.refreshButton
@@ -35,33 +36,56 @@ Rectangle {
             }
         }
         TextLine {
-            Layout.leftMargin: 3 * Theme.unit
+            Layout.fillWidth: true
+            Layout.leftMargin: Theme.large
+            Layout.rightMargin: Theme.large
             text: pane.content.countText
             font: Theme.caption
             tone: "secondary"
         }
-        ListView {
-            id: list
+        T.Control {
+            id: chooser
 
             Layout.fillWidth: true
             Layout.fillHeight: true
-            visible: count > 0
-            clip: true
-            boundsBehavior: Flickable.StopAtBounds
-            model: pane.model.list("sessions")
+            visible: list.count > 0
+            focusPolicy: Qt.TabFocus
             Accessible.role: Accessible.List
             Accessible.name: pane.content.countText
+            Keys.onUpPressed: pane.model.selectNeighbour(-1)
+            Keys.onDownPressed: pane.model.selectNeighbour(1)
+            Keys.onPressed: event => {
+                const steps = ({ [Qt.Key_Home]: -list.count, [Qt.Key_End]: list.count, [Qt.Key_PageUp]: -5, [Qt.Key_PageDown]: 5 })[event.key]
+                if (steps !== undefined) {
+                    pane.model.selectNeighbour(steps)
+                    event.accepted = true
+                }
+            }
 
-            T.ScrollBar.vertical: ScrollBar {}
+            contentItem: ListView {
+                id: list
 
-            delegate: SessionListRow {
-                width: ListView.view.width
-                onClicked: pane.model.select(id)
+                clip: true
+                boundsBehavior: Flickable.StopAtBounds
+                keyNavigationEnabled: false
+                highlightMoveDuration: 0
+                model: pane.model.list("sessions")
+                currentIndex: pane.content.selectedRow
+
+                T.ScrollBar.vertical: ScrollBar {}
+
+                delegate: SessionListRow {
+                    width: ListView.view.width
+                    keyboardPlace: chooser
+                    onClicked: {
+                        chooser.forceActiveFocus(Qt.MouseFocusReason)
+                        pane.model.select(id)
+                    }
+                }
             }
         }
         EmptyState {
             Layout.fillWidth: true
-            Layout.fillHeight: !list.visible
             Layout.margins: Theme.large
             visible: !!pane.content.emptyList
             symbol: pane.content.emptyList?.symbol ?? ""
@@ -70,7 +94,7 @@ Rectangle {
         }
         Item {
             Layout.fillHeight: true
-            visible: !list.visible
+            visible: !chooser.visible
         }
     }
     Rectangle {

@@ -12,22 +12,23 @@ T.ItemDelegate {
     required property var values
     required property bool isSelected
     required property string accessibilityText
+    // What has the keyboard for all rows.
+    property Item keyboardPlace: null
 
-    leftPadding: 3 * Theme.unit
-    rightPadding: 3 * Theme.unit
+    leftPadding: Theme.large
+    rightPadding: Theme.large
     topPadding: Theme.medium
     bottomPadding: Theme.medium
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.NoFocus
     hoverEnabled: true
     Accessible.name: accessibilityText
     Accessible.selectable: true
     Accessible.selected: isSelected
     Accessible.onPressAction: clicked()
-    Keys.onReturnPressed: clicked()
 
     contentItem: ColumnLayout {
-        spacing: 4
+        spacing: Theme.small
 
         RowLayout {
             spacing: Theme.medium
@@ -44,23 +45,25 @@ T.ItemDelegate {
             }
         }
         RowLayout {
-            Layout.preferredHeight: 30
+            Layout.minimumHeight: 7 * Theme.unit
             spacing: Theme.medium
 
             Repeater {
-                model: row.values.length
+                // In their places before they are known: what appears later moves nothing.
+                model: 3
 
                 ColumnLayout {
                     id: figure
 
                     required property int index
-                    readonly property var entry: row.values[index]
+                    readonly property var entry: row.values[index] ?? null
 
                     Layout.fillWidth: true
                     Layout.preferredWidth: 1
                     spacing: 0
 
                     Figures {
+                        Layout.fillWidth: true
                         text: figure.entry?.value ?? ""
                         font: Theme.caption
                     }
@@ -85,8 +88,9 @@ T.ItemDelegate {
             color: Theme.accent
         }
         FocusRing {
-            anchors.margins: 2
-            target: row
+            anchors.margins: Theme.tiny
+            target: row.keyboardPlace ?? row
+            visible: row.isSelected && (row.keyboardPlace?.visualFocus ?? false)
         }
     }
 }

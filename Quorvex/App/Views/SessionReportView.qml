@@ -7,11 +7,15 @@ ScrollPage {
 
     required property var report
     readonly property var content: report.content
+    readonly property string sessionID: report.sessionID
 
     signal exportRequested()
     signal deleteRequested()
 
-    spacing: 3 * Theme.unit
+    spacing: Theme.roomy
+    description: content.header?.title ?? ""
+    // Another session is read from its beginning.
+    onSessionIDChanged: contentY = 0
 
     ReportHeader {
         Layout.fillWidth: true
@@ -49,29 +53,33 @@ ScrollPage {
     GridLayout {
         Layout.fillWidth: true
         columns: width >= 100 * Theme.unit ? 3 : 2
-        columnSpacing: 3 * Theme.unit
-        rowSpacing: 3 * Theme.unit
+        columnSpacing: Theme.roomy
+        rowSpacing: Theme.roomy
 
         Repeater {
             model: page.content.tiles
 
             MetricTile {
                 required property var modelData
+                required property int index
 
+                // The odd one out fills the last row.
+                Layout.columnSpan: index % 2 === 0 && index === page.content.tiles.length - 1 && parent.columns === 2 ? 2 : 1
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 Layout.preferredWidth: 1
                 label: modelData.label
                 value: modelData.value
                 detail: modelData.detail
+                description: modelData.accessibilityText
             }
         }
     }
     GridLayout {
         Layout.fillWidth: true
         columns: width >= 120 * Theme.unit ? 2 : 1
-        columnSpacing: 3 * Theme.unit
-        rowSpacing: 3 * Theme.unit
+        columnSpacing: Theme.roomy
+        rowSpacing: Theme.roomy
 
         Repeater {
             model: page.content.traces
@@ -83,7 +91,7 @@ ScrollPage {
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
                 plot: modelData
-                readoutAt: position => page.report.readout(index, position)
+                readoutAt: (position, steps) => page.report.readout(index, position, steps)
             }
         }
     }

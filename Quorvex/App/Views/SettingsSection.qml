@@ -10,10 +10,10 @@ ColumnLayout {
     property string footer: ""
 
     Layout.fillWidth: true
-    spacing: 6
+    spacing: Theme.gap
 
     TextLine {
-        Layout.leftMargin: 2
+        Layout.leftMargin: Theme.tiny
         text: section.title
         font: Theme.bodyStrong
         Accessible.role: Accessible.Heading
@@ -22,12 +22,12 @@ ColumnLayout {
         id: card
 
         Layout.fillWidth: true
-        padding: 3 * Theme.unit
-        spacing: 4
+        padding: Theme.roomy
+        spacing: Theme.small
     }
     TextLine {
         Layout.fillWidth: true
-        Layout.leftMargin: 2
+        Layout.leftMargin: Theme.tiny
         visible: text !== ""
         text: section.footer
         font: Theme.caption

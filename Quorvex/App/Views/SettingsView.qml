@@ -25,13 +25,19 @@ ScrollPage {
     }
     SettingsSection {
         title: page.content.sampling.title
-        footer: page.content.sampling.lowImpactMode.caption
 
         SwitchRow {
             Layout.fillWidth: true
             text: page.content.sampling.lowImpactMode.title
             checked: page.content.sampling.lowImpactMode.isOn
             onToggled: page.model.defaults.lowImpactMode = checked
+        }
+        TextLine {
+            Layout.fillWidth: true
+            text: page.content.sampling.lowImpactMode.caption
+            font: Theme.caption
+            tone: "secondary"
+            wrapMode: Text.Wrap
         }
         WarningLine {
             Layout.fillWidth: true

@@ -10,9 +10,11 @@ ColumnLayout {
     property string label: ""
     property string caption: ""
     property string emptyText: ""
+    // Names the graph to screen readers.
+    property string description: label
     property real graphHeight: 48
 
-    spacing: 4
+    spacing: Theme.small
 
     RowLayout {
         Layout.fillWidth: true
@@ -40,8 +42,7 @@ ColumnLayout {
             series: graph.series
             colors: Theme.named
             Accessible.role: Accessible.Graphic
-            Accessible.name: graph.label
-            Accessible.description: graph.caption
+            Accessible.name: graph.description
         }
         TextLine {
             anchors.centerIn: parent

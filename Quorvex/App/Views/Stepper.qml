@@ -1,14 +1,25 @@
 import QtQuick
 import QtQuick.Layouts
 
-// A value that moves in steps, both in words and in steps of its owner's choice.
+// A value that moves in steps, both in words and in steps of its owner's choice. The keyboard's
+// arrows step too; assistive technology may also set `value` itself.
 Item {
     id: control
 
     property string description: ""
     property string text: ""
+    property real value: 0
+    property real minimumValue: 0
+    property real maximumValue: 0
+    property real stepSize: 1
     property bool canDecrease: true
     property bool canIncrease: true
+    property string decreaseSymbol: ""
+    property string decreaseLabel: ""
+    property string increaseSymbol: ""
+    property string increaseLabel: ""
+
+    property Item ring: null
 
     signal decreased()
     signal increased()
@@ -16,6 +27,7 @@ Item {
     implicitHeight: Theme.controlHeight
     implicitWidth: row.implicitWidth
     activeFocusOnTab: true
+    onActiveFocusChanged: if (activeFocus && !ring) ring = OnDemand.mark(control, arrows)
     Accessible.role: Accessible.SpinBox
     Accessible.name: description
     Accessible.description: text
@@ -36,30 +48,32 @@ Item {
             Layout.fillWidth: true
             text: control.text
             alignRight: true
-            Accessible.ignored: true
         }
         Rectangle {
-            implicitWidth: 52
-            implicitHeight: 22
-            radius: 6
+            id: arrows
+
+            implicitWidth: 13 * Theme.unit
+            implicitHeight: 6 * Theme.unit
+            radius: Theme.gap
             color: Theme.control
 
-            FocusRing { target: control }
             StepArrow {
                 anchors.left: parent.left
-                symbol: "minus"
+                symbol: control.decreaseSymbol
+                description: control.decreaseLabel
                 enabled: control.canDecrease
                 onClicked: control.decreased()
             }
             Rectangle {
                 anchors.centerIn: parent
                 width: 1
-                height: 12
+                height: Theme.roomy
                 color: Theme.controlPressed
             }
             StepArrow {
                 anchors.right: parent.right
-                symbol: "plus"
+                symbol: control.increaseSymbol
+                description: control.increaseLabel
                 enabled: control.canIncrease
                 onClicked: control.increased()
             }

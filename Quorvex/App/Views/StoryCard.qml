@@ -7,7 +7,7 @@ Card {
 
     required property var story
 
-    spacing: 3 * Theme.unit
+    spacing: Theme.roomy
 
     TextLine {
         Layout.fillWidth: true
@@ -24,7 +24,9 @@ Card {
             required property var modelData
 
             Layout.fillWidth: true
-            spacing: 2
+            spacing: Theme.tiny
+            Accessible.role: Accessible.Grouping
+            Accessible.name: modelData.accessibilityText
 
             RowLayout {
                 spacing: Theme.medium
@@ -51,14 +53,14 @@ Card {
                 RowLayout {
                     required property string modelData
 
-                    spacing: 6
+                    spacing: Theme.medium
 
                     Rectangle {
                         Layout.alignment: Qt.AlignTop
                         Layout.topMargin: 6
-                        implicitWidth: 4
-                        implicitHeight: 4
-                        radius: 2
+                        implicitWidth: Theme.small
+                        implicitHeight: Theme.small
+                        radius: Theme.small / 2
                         color: Theme.secondary
                     }
                     TextLine {

@@ -9,12 +9,17 @@ T.AbstractButton {
     property string symbol: ""
     property string help: ""
     property bool isSmall: false
+    property var tip: null
+    property Item ring: null
 
     checkable: true
     implicitHeight: isSmall ? 5 * Theme.unit : Theme.controlHeight
     implicitWidth: row.implicitWidth
     opacity: enabled ? 1 : 0.45
     focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    onHoveredChanged: if (hovered && help !== "" && !tip) tip = OnDemand.explain(control, control)
+    onVisualFocusChanged: if (visualFocus && !ring) ring = OnDemand.mark(control, track)
     Accessible.role: Accessible.CheckBox
     Accessible.name: text
     Accessible.description: help
@@ -33,7 +38,7 @@ T.AbstractButton {
     contentItem: RowLayout {
         id: row
 
-        spacing: control.isSmall ? 6 : Theme.medium
+        spacing: control.isSmall ? Theme.gap : Theme.medium
 
         SymbolIcon {
             visible: control.symbol !== ""
@@ -50,8 +55,10 @@ T.AbstractButton {
             Accessible.ignored: true
         }
         Rectangle {
-            implicitWidth: control.isSmall ? 26 : 32
-            implicitHeight: control.isSmall ? 15 : 18
+            id: track
+
+            implicitWidth: control.isSmall ? 7 * Theme.unit : 9 * Theme.unit
+            implicitHeight: control.isSmall ? 4 * Theme.unit : 5 * Theme.unit
             radius: height / 2
             color: control.checked ? Theme.accent : Theme.controlPressed
 
@@ -65,9 +72,6 @@ T.AbstractButton {
 
                 Behavior on x { NumberAnimation { duration: 120; easing.type: Easing.OutCubic } }
             }
-            FocusRing { target: control }
         }
     }
-
-    HelpTip { text: control.help }
 }

@@ -8,7 +8,7 @@ Card {
     required property var notes
 
     heading: notes.heading
-    spacing: 3 * Theme.unit
+    spacing: Theme.roomy
 
     Repeater {
         model: card.notes.notes
@@ -19,15 +19,23 @@ Card {
             required property var modelData
 
             Layout.fillWidth: true
-            spacing: 2
+            spacing: Theme.tiny
+            Accessible.role: Accessible.Grouping
+            Accessible.name: modelData.accessibilityText
 
-            RowLayout {
+            Flow {
+                Layout.fillWidth: true
+                spacing: Theme.medium
+
                 TextLine {
-                    Layout.fillWidth: true
+                    height: trust.height
+                    verticalAlignment: Text.AlignVCenter
                     text: note.modelData.channel
                     font: Theme.bodyStrong
                 }
                 Badge {
+                    id: trust
+
                     text: note.modelData.trustLevel
                 }
             }

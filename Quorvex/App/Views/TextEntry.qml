@@ -22,16 +22,17 @@ T.TextField {
     Accessible.name: placeholderText
 
     background: Rectangle {
-        radius: 6
+        radius: Theme.gap
         color: Theme.field
-        border.width: field.activeFocus ? 2 : 1
-        border.color: field.activeFocus ? Theme.accent : Theme.line
+        border.color: Theme.line
+
+        FocusRing { target: field }
 
         SymbolIcon {
             anchors.verticalCenter: parent.verticalCenter
             anchors.left: parent.left
             anchors.leftMargin: Theme.medium
-            implicitWidth: 13
+            implicitWidth: 14
             visible: field.symbol !== ""
             name: field.symbol
         }

@@ -6,10 +6,15 @@ import Quorvex.Items
 QtObject {
     readonly property bool isDark: SystemAppearance.isDark
 
-    // Spacing is counted in this unit.
+    // Spacing is counted in this unit. Sizes and radii are even numbers, which are whole pixels on
+    // screens of one and a half times the scale too.
     readonly property int unit: 4
+    readonly property int tiny: unit / 2
     readonly property int small: unit
+    // Between a symbol and its text.
+    readonly property int gap: small + tiny
     readonly property int medium: 2 * unit
+    readonly property int roomy: 3 * unit
     readonly property int large: 4 * unit
     readonly property int huge: 6 * unit
     readonly property int radius: 2 * unit

@@ -7,7 +7,8 @@ Card {
 
     required property var thermal
 
-    spacing: 4
+    spacing: Theme.small
+    description: thermal.accessibilityText
 
     RowLayout {
         spacing: Theme.medium

@@ -1,20 +1,19 @@
 import QtQuick
 import QtQuick.Layouts
-import Quorvex.Items
 
-// The course of one figure over the session: its scale at the left, its time below, and under the
-// pointer what it was.
+// The course of one figure over the session: its name and value above, its time below.
 Card {
     id: card
 
     required property var plot
-    // Gives what the trace says at a place, 0 to 1 from left to right.
+    // Gives what the trace says at a place, 0 to 1 from left to right, or some steps after it.
     required property var readoutAt
     readonly property bool isEmpty: plot.lines.length === 0
-    readonly property var readout: hover.hovered && !isEmpty ? readoutAt(hover.point.position.x / area.width) : null
+    readonly property var readout: stage.readout
 
-    padding: 3 * Theme.unit
-    spacing: 4
+    padding: Theme.roomy
+    spacing: Theme.small
+    description: plot.title
 
     RowLayout {
         spacing: Theme.medium
@@ -32,72 +31,21 @@ Card {
             alignRight: true
         }
     }
-    Item {
-        id: area
+    TraceStage {
+        id: stage
 
         Layout.fillWidth: true
-        Layout.topMargin: 2
-        implicitHeight: 92
-
-        HoverHandler { id: hover }
-
-        Repeater {
-            model: 3
-
-            Rectangle {
-                required property int index
-
-                y: Math.round(index * (area.height - 1) / 2)
-                width: area.width
-                height: 1
-                visible: !card.isEmpty
-                color: Theme.line
-                opacity: index === 2 ? 1 : 0.6
-            }
-        }
-        ChartItem {
-            anchors.fill: parent
-            series: card.plot.lines
-            colors: Theme.named
-            isFilled: card.plot.lines.length === 1
-            Accessible.role: Accessible.Graphic
-            Accessible.name: card.plot.accessibilityText
-        }
-        AxisText { text: card.plot.topText; anchors.top: parent.top; anchors.topMargin: 2 }
-        AxisText { text: card.plot.bottomText; anchors.bottom: parent.bottom; anchors.bottomMargin: 2 }
-        Rectangle {
-            x: (card.readout?.position ?? 0) * area.width
-            width: 1
-            height: parent.height
-            visible: !!card.readout
-            color: Theme.secondary
-        }
-        Repeater {
-            model: card.readout?.heights ?? []
-
-            Rectangle {
-                required property real modelData
-
-                x: card.readout.position * area.width - 3
-                y: (1 - modelData) * area.height - 3
-                width: 7
-                height: 7
-                radius: 4
-                color: Theme.primary
-                border.color: Theme.card
-            }
-        }
-        TextLine {
-            anchors.centerIn: parent
-            text: card.plot.emptyText
-            tone: "secondary"
-        }
+        plot: card.plot
+        readoutAt: card.readoutAt
     }
     RowLayout {
+        Layout.leftMargin: stage.gutter
         visible: !card.isEmpty
+        spacing: Theme.medium
 
         Figures {
             Layout.fillWidth: true
+            Layout.preferredWidth: 1
             text: card.plot.startText
             font: Theme.caption
             tone: "secondary"
@@ -110,13 +58,13 @@ Card {
 
                 required property var modelData
 
-                spacing: 4
+                spacing: Theme.small
 
                 Rectangle {
                     anchors.verticalCenter: parent.verticalCenter
-                    width: 8
-                    height: 8
-                    radius: 4
+                    width: Theme.medium
+                    height: Theme.medium
+                    radius: Theme.small
                     color: Theme.named[key.modelData.color]
                 }
                 TextLine {
@@ -128,6 +76,7 @@ Card {
         }
         Figures {
             Layout.fillWidth: true
+            Layout.preferredWidth: 1
             text: card.plot.endText
             font: Theme.caption
             tone: "secondary"

@@ -20,7 +20,7 @@ RowLayout {
         tone: "secondary"
         Accessible.description: row.help
 
-        HelpTip { text: row.help }
+        HelpTip { help: row.help }
     }
     Figures {
         Layout.alignment: Qt.AlignTop | Qt.AlignRight

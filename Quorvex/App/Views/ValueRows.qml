@@ -9,7 +9,7 @@ ColumnLayout {
 
     Layout.fillWidth: true
     visible: (rows?.count ?? 0) > 0
-    spacing: 6
+    spacing: Theme.gap
 
     Repeater {
         model: list.rows

@@ -8,7 +8,7 @@ RowLayout {
     property var warning
 
     visible: !!warning
-    spacing: 6
+    spacing: Theme.gap
 
     SymbolIcon {
         Layout.alignment: Qt.AlignTop

@@ -153,6 +153,13 @@ TEST(BatteryGaugeTests, BarStaysWithinItsBounds) {
   EXPECT_EQ(batteryGauge(batteryOf(-3)).fraction, 0.0);
 }
 
+TEST(BatteryGaugeTests, BarIsColouredAsThePercentageAndGreenWhereThatIsPlain) {
+  EXPECT_EQ(batteryGauge(batteryOf(20)).color, ColorName::red);
+  EXPECT_EQ(batteryGauge(batteryOf(50)).color, ColorName::yellow);
+  EXPECT_EQ(batteryGauge(batteryOf(51)).color, ColorName::green);
+  EXPECT_EQ(batteryGauge(drainingBattery()).color, ColorName::orange);
+}
+
 TEST(BatteryGaugeTests, IsReadOutAsOneText) {
   EXPECT_EQ(batteryGauge(samples::battery()).accessibilityText, "Battery: 80%, Discharging");
 }

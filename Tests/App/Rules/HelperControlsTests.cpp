@@ -56,7 +56,7 @@ TEST_F(HelperControlsTests, AReadyToolTellsItsVersionAndCanBeSwitchedOn) {
 TEST_F(HelperControlsTests, AMissingVersionIsUnknown) {
   HelperStatus status = readyStatus();
   status.installedVersion.reset();
-  EXPECT_EQ(helperStatusDetail(status), std::string{"vunknown at "} + path);
+  EXPECT_EQ(helperStatusDetail(status), "vunknown at " + std::string(path));
 }
 
 TEST_F(HelperControlsTests, ReadyNeedsEveryConditionButNoGroup) {

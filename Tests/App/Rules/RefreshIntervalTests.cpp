@@ -39,6 +39,9 @@ TEST(RefreshIntervalTests, StepperMovesByHalfASecond) {
   const RefreshIntervalStepper stepper = refreshIntervalStepper(2.0);
   EXPECT_EQ(stepper.label, "Interval");
   EXPECT_EQ(stepper.value, 2.0);
+  EXPECT_EQ(stepper.lowest, 0.5);
+  EXPECT_EQ(stepper.highest, 60.0);
+  EXPECT_EQ(stepper.step, 0.5);
   EXPECT_EQ(stepper.decreased, 1.5);
   EXPECT_EQ(stepper.increased, 2.5);
   EXPECT_TRUE(stepper.canDecrease);

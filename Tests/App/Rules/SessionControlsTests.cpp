@@ -35,6 +35,8 @@ TEST(SessionControlsTests, RecordingShowsElapsedTimeAverageAndEnergy) {
   summary.totalWattHours = 0.2228;  // 12.34 W for 65 s
   const SessionControls controls = controlsOf(summary);
   EXPECT_TRUE(controls.isRecording);
+  EXPECT_EQ(controls.label, "");
+  EXPECT_EQ(controls.labelSymbol, "record.circle");
   EXPECT_EQ(controls.elapsed, "1m 5s");
   EXPECT_THAT(controls.figures, ElementsAre("12.3W avg", "0.223Wh"));
   EXPECT_EQ(controls.button.title, "Stop");

@@ -124,6 +124,17 @@ TEST(SessionListRow, TellsStatusAndFigures) {
             "Idle test, completed, Duration 1m 0s, Battery -3%, Power 12.0W");
 }
 
+TEST(SessionListRow, BeforeItsFiguresAreReadItTellsTitleAndStatus) {
+  const auto session = samples::session(1, "Idle test", PowerSessionStatus::interrupted);
+  const SessionListRow row = pendingSessionListRow(*session, true);
+  EXPECT_EQ(row.id, session->id());
+  EXPECT_EQ(row.title, "Idle test");
+  EXPECT_EQ(row.status, (ColoredText{"interrupted", ColorName::orange}));
+  EXPECT_THAT(row.values, IsEmpty());
+  EXPECT_TRUE(row.isSelected);
+  EXPECT_EQ(row.accessibilityText, "Idle test, interrupted");
+}
+
 TEST(SessionListRow, EveryOtherStatusIsOrange) {
   const auto statusOf = [](PowerSessionStatus status) {
     return sessionListRow(*samples::session(1, "", status), samples::steadySummary(), false).status;

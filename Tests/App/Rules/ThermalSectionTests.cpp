@@ -96,6 +96,14 @@ TEST(ThermalSectionTests, HighlightsAreThreeAtMost) {
                           LabelledValue{"Part 2", "58.0°C"}));
 }
 
+TEST(ThermalSectionTests, HighlightsAreThoseOfTheDropdown) {
+  const SystemPowerState state = stateOfSensors(5);
+  const AppSettings settings{.useFahrenheit = true};
+  EXPECT_THAT(temperatureHighlights(state, settings), SizeIs(3));
+  EXPECT_EQ(thermalSection(state, settings).highlights, temperatureHighlights(state, settings));
+  EXPECT_THAT(temperatureHighlights(state, {.showTemperatureHighlights = false}), IsEmpty());
+}
+
 TEST(ThermalSectionTests, HighlightsCanBeSwitchedOff) {
   const ThermalSection section =
       thermalSection(stateOfSensors(5), {.showTemperatureHighlights = false});

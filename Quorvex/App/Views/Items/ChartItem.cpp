@@ -43,9 +43,7 @@ void fillBelow(QPainter& painter, const QPolygonF& line, const QRectF& area, con
 
 }  // namespace
 
-ChartItem::ChartItem(QQuickItem* parent) : QQuickPaintedItem(parent) {
-  setAntialiasing(true);
-}
+ChartItem::ChartItem(QQuickItem* parent) : PixelItem(parent) {}
 
 void ChartItem::setSeries(const QVariantList& series) {
   if (series == series_) {
@@ -83,8 +81,7 @@ void ChartItem::setFilled(bool isFilled) {
   emit filledChanged();
 }
 
-void ChartItem::paint(QPainter* painter) {
-  painter->setRenderHint(QPainter::Antialiasing);
+void ChartItem::paint(QPainter& painter) {
   // Half a line's width of room, so that a line at the edge is not cut.
   const double room = lineWidth_;
   const QRectF area = boundingRect().adjusted(room, room, -room, -room);
@@ -97,14 +94,16 @@ void ChartItem::paint(QPainter* painter) {
         continue;
       }
       if (isFilled_) {
-        fillBelow(*painter, line, area, color);
+        fillBelow(painter, line, area, color);
       }
-      painter->setBrush(Qt::NoBrush);
-      painter->setPen(QPen(color, lineWidth_, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+      painter.setBrush(Qt::NoBrush);
+      painter.setPen(QPen(color, lineWidth_, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
       if (line.size() == 1) {
-        painter->drawPoint(line.constFirst());
+        // Without neighbours a dot of the line's width would go unseen.
+        painter.setPen(QPen(color, 2 * lineWidth_, Qt::SolidLine, Qt::RoundCap));
+        painter.drawPoint(line.constFirst());
       } else {
-        painter->drawPolyline(line);
+        painter.drawPolyline(line);
       }
     }
   }

@@ -1,15 +1,16 @@
 #pragma once
 
-#include <QQuickPaintedItem>
 #include <QVariantList>
 #include <QVariantMap>
+
+#include "PixelItem.h"
 
 namespace quorvex {
 
 /// Lines over a common ground, drawn from values that are already placed: 0 to 1 from left to right
 /// and from bottom to top. Each series is a map of `color` (a name among `colors`) and `runs`
 /// (lists of points; a line does not cross from one to the next). Main thread.
-class ChartItem : public QQuickPaintedItem {
+class ChartItem : public PixelItem {
   Q_OBJECT
   Q_PROPERTY(QVariantList series READ series WRITE setSeries NOTIFY seriesChanged)
   Q_PROPERTY(QVariantMap colors READ colors WRITE setColors NOTIFY colorsChanged)
@@ -29,13 +30,14 @@ class ChartItem : public QQuickPaintedItem {
   void setLineWidth(double width);
   void setFilled(bool isFilled);
 
-  void paint(QPainter* painter) override;
-
  signals:
   void seriesChanged();
   void colorsChanged();
   void lineWidthChanged();
   void filledChanged();
+
+ protected:
+  void paint(QPainter& painter) override;
 
  private:
   QVariantList series_;

@@ -26,10 +26,7 @@ void forEachPiece(const QString& text, Visit&& visit) {
 
 }  // namespace
 
-FiguresItem::FiguresItem(QQuickItem* parent) : QQuickPaintedItem(parent) {
-  setAntialiasing(true);
-  measure();
-}
+FiguresItem::FiguresItem(QQuickItem* parent) : PixelItem(parent) {}
 
 void FiguresItem::setText(const QString& text) {
   if (text == text_) {
@@ -67,30 +64,60 @@ void FiguresItem::setAlignRight(bool alignRight) {
   emit alignRightChanged();
 }
 
+double FiguresItem::widthOf(const QString& text) const {
+  const QFontMetricsF metrics(font_);
+  double width = 0.0;
+  forEachPiece(text, [&](const QString& piece, bool isDigit) {
+    width += isDigit ? digitWidth_ : metrics.horizontalAdvance(piece);
+  });
+  return width;
+}
+
+QString FiguresItem::shownText() const {
+  if (textWidth_ <= width()) {
+    return text_;
+  }
+  const QString ellipsis(QChar(0x2026));
+  for (qsizetype length = text_.size() - 1; length > 0; --length) {
+    QString shortened = text_.left(length) + ellipsis;
+    if (widthOf(shortened) <= width()) {
+      return shortened;
+    }
+  }
+  return ellipsis;
+}
+
+void FiguresItem::componentComplete() {
+  PixelItem::componentComplete();
+  measure();
+}
+
 void FiguresItem::measure() {
+  // Before all properties are set it would be in vain, and in a font that nothing else uses.
+  if (!isComponentComplete()) {
+    return;
+  }
   const QFontMetricsF metrics(font_);
   digitWidth_ = 0.0;
   for (char digit = '0'; digit <= '9'; ++digit) {
     digitWidth_ = std::max(digitWidth_, metrics.horizontalAdvance(QLatin1Char(digit)));
   }
-  textWidth_ = 0.0;
-  forEachPiece(text_, [&](const QString& piece, bool isDigit) {
-    textWidth_ += isDigit ? digitWidth_ : metrics.horizontalAdvance(piece);
-  });
+  textWidth_ = widthOf(text_);
   setImplicitSize(std::ceil(textWidth_), std::ceil(metrics.height()));
-  setBaselineOffset(std::round(metrics.ascent()));
+  setBaselineOffset(metrics.ascent());
   update();
 }
 
-void FiguresItem::paint(QPainter* painter) {
-  painter->setFont(font_);
-  painter->setPen(color_);
+void FiguresItem::paint(QPainter& painter) {
+  painter.setFont(font_);
+  painter.setPen(color_);
   const QFontMetricsF metrics(font_);
-  double x = alignRight_ ? width() - textWidth_ : 0.0;
-  forEachPiece(text_, [&](const QString& piece, bool isDigit) {
+  const QString shown = shownText();
+  double x = alignRight_ ? width() - widthOf(shown) : 0.0;
+  forEachPiece(shown, [&](const QString& piece, bool isDigit) {
     const double width = metrics.horizontalAdvance(piece);
     const double cell = isDigit ? digitWidth_ : width;
-    painter->drawText(QPointF{x + (cell - width) / 2, baselineOffset()}, piece);
+    painter.drawText(QPointF{x + (cell - width) / 2, baselineOffset()}, piece);
     x += cell;
   });
 }

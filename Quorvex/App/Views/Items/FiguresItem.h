@@ -2,14 +2,16 @@
 
 #include <QColor>
 #include <QFont>
-#include <QQuickPaintedItem>
 #include <QString>
+
+#include "PixelItem.h"
 
 namespace quorvex {
 
 /// A line of text whose digits are all as wide as the widest, so that a changing figure neither
-/// moves nor shakes what stands beside it. Main thread.
-class FiguresItem : public QQuickPaintedItem {
+/// moves nor shakes what stands beside it. Where there is no room for all of it, it ends in an
+/// ellipsis. Main thread.
+class FiguresItem : public PixelItem {
   Q_OBJECT
   Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
   Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY fontChanged)
@@ -29,16 +31,21 @@ class FiguresItem : public QQuickPaintedItem {
   void setColor(const QColor& color);
   void setAlignRight(bool alignRight);
 
-  void paint(QPainter* painter) override;
-
  signals:
   void textChanged();
   void fontChanged();
   void colorChanged();
   void alignRightChanged();
 
+ protected:
+  void paint(QPainter& painter) override;
+  void componentComplete() override;
+
  private:
   void measure();
+  [[nodiscard]] double widthOf(const QString& text) const;
+  /// The text, cut short where the item is too narrow for it.
+  [[nodiscard]] QString shownText() const;
 
   QString text_;
   QFont font_;
