@@ -168,12 +168,13 @@ StoreResult<std::string> SQLiteDatabase::firstBytes(const std::filesystem::path&
     return StoreError{Kind::cannotOpen, "The session store cannot be opened: " +
                                             std::generic_category().message(reason)};
   }
-  std::string bytes(count, '\0');
-  int code = file->pMethods->xRead(file, bytes.data(), static_cast<int>(count), 0);
-  if (code == SQLITE_IOERR_SHORT_READ) {
-    sqlite3_int64 size = 0;
-    code = file->pMethods->xFileSize(file, &size);
+  // The size comes first: what another process adds after that is not taken for zeros.
+  std::string bytes;
+  sqlite3_int64 size = 0;
+  int code = file->pMethods->xFileSize(file, &size);
+  if (code == SQLITE_OK && size > 0) {
     bytes.resize(std::min(count, static_cast<std::size_t>(size)));
+    code = file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), 0);
   }
   file->pMethods->xClose(file);
   if (code != SQLITE_OK) {
