@@ -1,10 +1,8 @@
 #include <asio/executor_work_guard.hpp>
 #include <asio/io_context.hpp>
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
@@ -14,6 +12,7 @@
 
 #include "MetricsEngine.h"
 #include "RecordedMachine.h"
+#include "ResidentMemory.h"
 #include "ThreadTime.h"
 
 // What a poll of the engine costs on a recorded machine at instant pace, where the 0.1 s between
@@ -22,6 +21,7 @@
 namespace quorvex {
 namespace {
 
+using benchmarks::residentKilobytes;
 using benchmarks::threadSeconds;
 
 constexpr double pollInterval = 2.0;
@@ -164,15 +164,6 @@ BENCHMARK_CAPTURE(BM_WholePoll, busyNetwork, "network-busy")
     ->MeasureProcessCPUTime()
     ->UseRealTime()
     ->Unit(benchmark::kMicrosecond);
-
-/// The process's resident memory in kB.
-double residentKilobytes() {
-  std::ifstream file{"/proc/self/statm"};
-  double totalPages = 0.0;
-  double residentPages = 0.0;
-  file >> totalPages >> residentPages;
-  return residentPages * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1024.0;
-}
 
 /// Whether a long run grows: resident memory early in it, later, and at its end. A leak grows from
 /// the second to the third about ten times as much as from the first to the second.

@@ -1,6 +1,5 @@
 #include <dlfcn.h>
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -10,8 +9,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
@@ -25,20 +22,21 @@
 #include "PowerSessionStore.h"
 #include "QuorvexApp.h"
 #include "RecordedMachine.h"
+#include "ResidentMemory.h"
 #include "Shell.h"
 #include "TemporaryFolder.h"
 #include "WholeProcess.h"
 
-// What the app's windows cost, drawn off screen in software: the time from the click to the first
-// frame, the memory of a long run, and the pauses of the event loop while a day's report is opened.
-// In the role "open-and-close" it runs for app_processes.py.
+// What the app's windows cost, drawn by the processor, off screen where there is no display: the
+// time from the click to the first frame, the memory of a long run, and the pauses of the event
+// loop while a day's report is opened. In the role "open-and-close" it runs for app_processes.py.
 // Nothing of the windows' toolkit is linked: as in the app, it comes with the first window.
 
 namespace quorvex {
 namespace {
 
-namespace fs = std::filesystem;
 using benchmarks::median;
+using benchmarks::residentKilobytes;
 
 constexpr std::size_t daySamples = 43'200;  // a day at 2 s
 
@@ -175,8 +173,8 @@ int openAndCloseEveryWindow() {
 
 // --- The memory of a long run --------------------------------------------------------------------
 
-/// Lets time pass as soon as nothing else is to be done: the next sleeper wakes at its time on the
-/// recorded machine's clock, with no wait.
+/// Wakes every sleeper at the event loop's next turn, and lets the recorded machine's clock run by
+/// what it wanted to sleep.
 class HurriedSleeper final : public AsyncSleeper {
  public:
   explicit HurriedSleeper(Clock& clock) : clock_(&clock) {}
@@ -207,14 +205,6 @@ class HurriedSleeper final : public AsyncSleeper {
   Clock* clock_;
 };
 
-double residentMegabytes() {
-  std::ifstream file{"/proc/self/statm"};
-  double totalPages = 0.0;
-  double residentPages = 0.0;
-  file >> totalPages >> residentPages;
-  return residentPages * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
-}
-
 enum class Shown { nothing, dropdown };
 
 /// Resident memory early in a run of the engine, and at its end.
@@ -237,19 +227,19 @@ void measureLongRun(std::string_view name, Shown shown, bool isRecording) {
   }
   app.engine().start();
   int polls = 0;
-  double earlyMegabytes = 0.0;
+  double earlyKilobytes = 0.0;
   const auto counting =
       app.engine().currentState().subscribe([&](const SystemPowerState& /*state*/) {
         ++polls;
         if (polls == early) {
-          earlyMegabytes = residentMegabytes();
+          earlyKilobytes = residentKilobytes();
         } else if (polls == end) {
           QCoreApplication::quit();
         }
       });
   QApplication::exec();
-  fmt::print("{}: {:.2f} MB after {} polls, {:+.2f} MB after {}\n", name, earlyMegabytes, early,
-             residentMegabytes() - earlyMegabytes, end);
+  fmt::print("{}: {:.0f} kB after {} polls, {:+.0f} kB after {}\n", name, earlyKilobytes, early,
+             residentKilobytes() - earlyKilobytes, end);
   app.engine().stop();
 }
 

@@ -4,8 +4,6 @@ import QtQuick
 // Parts that a control has only once they are needed: most are never pointed at for long and never
 // have the keyboard, and windows open sooner without them.
 QtObject {
-    id: parts
-
     readonly property Component helpPopup: Component { HelpPopup {} }
     readonly property Component focusRing: Component { FocusRing {} }
 
