@@ -6,7 +6,7 @@
 
 namespace quorvex::benchmarks {
 
-/// The process's resident memory in kB of 1,024 bytes, as Linux counts it; 0 where it does not tell.
+/// The process's resident memory in kB of 1,024 bytes; 0 where the system does not tell.
 [[nodiscard]] inline double residentKilobytes() {
   std::ifstream file{"/proc/self/statm"};
   double totalPages = 0.0;
