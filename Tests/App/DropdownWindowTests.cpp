@@ -32,13 +32,7 @@ class DropdownWindowTest : public WindowTest {
     settle();
   }
 
-  /// Lets the views follow what they are told.
-  void settle() {
-    for (int i = 0; i < 5; ++i) {
-      QCoreApplication::processEvents();
-      static_cast<void>(dropdown->grabWindow());
-    }
-  }
+  void settle() { testing::settle(*dropdown); }
 
   [[nodiscard]] QObject* model() const { return dropdown->property("model").value<QObject*>(); }
 

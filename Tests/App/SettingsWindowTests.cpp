@@ -25,13 +25,7 @@ class SettingsWindowTest : public WindowTest {
     settle();
   }
 
-  /// Lets the views follow what they are told.
-  void settle() {
-    for (int i = 0; i < 5; ++i) {
-      QCoreApplication::processEvents();
-      static_cast<void>(settings->grabWindow());
-    }
-  }
+  void settle() { testing::settle(*settings); }
 
   [[nodiscard]] QQuickItem* page() const {
     for (QQuickItem* item : shownItems(*settings)) {

@@ -43,6 +43,14 @@ inline bool waitFor(const std::function<bool()>& isDone) {
   return isDone();
 }
 
+/// Lets what a window shows follow what it was told.
+inline void settle(QQuickWindow& window) {
+  for (int i = 0; i < 5; ++i) {
+    QCoreApplication::processEvents();
+    static_cast<void>(window.grabWindow());
+  }
+}
+
 /// The app with its windows on a recorded machine: the test's parameter, or `machineName()`.
 class WindowTest : public ::testing::TestWithParam<const char*> {
  protected:

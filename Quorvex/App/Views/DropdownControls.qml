@@ -5,9 +5,10 @@ import QtQuick.Layouts
 ColumnLayout {
     id: panel
 
-    required property var controls
-    required property var commands
-    required property var defaults
+    required property var model
+    readonly property var controls: model.content.controls
+    readonly property var commands: model.commands
+    readonly property var defaults: model.defaults
     readonly property var interval: controls.refreshInterval
     readonly property var lowImpact: controls.lowImpactMode
 
@@ -35,7 +36,7 @@ ColumnLayout {
         text: panel.lowImpact.title
         symbol: panel.lowImpact.symbol
         checked: panel.lowImpact.isOn
-        onToggled: panel.defaults.lowImpactMode = checked
+        onToggled: checked => panel.defaults.lowImpactMode = checked
     }
     OptionalBadge { entry: panel.controls.lowPowerMode }
     Loader {

@@ -5,11 +5,10 @@ import QtQuick.Layouts
 Card {
     id: card
 
-    required property var content
+    required property var model
+    readonly property var content: model.content
     readonly property var graph: content.graph
     readonly property var used: content.dataUsed
-
-    signal chosen(string mode)
 
     padding: Theme.roomy
 
@@ -18,7 +17,7 @@ Card {
         description: card.content.selector.accessibilityLabel
         options: card.content.selector.buttons
         current: card.content.selectedGraph
-        onChosen: index => card.chosen(options[index].mode)
+        onChosen: index => card.model.defaults.menuGraphMode = options[index].mode
     }
     Sparkline {
         Layout.fillWidth: true

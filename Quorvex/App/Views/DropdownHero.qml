@@ -5,8 +5,9 @@ import QtQuick.Layouts
 RowLayout {
     id: hero
 
-    required property var content
-    required property var lines
+    required property var model
+    readonly property var content: model.content
+    readonly property var lines: model.list("heroLines")
     readonly property var context: content.context
 
     spacing: Theme.medium
@@ -60,7 +61,7 @@ RowLayout {
         Item { Layout.fillHeight: true }
     }
     ColumnLayout {
-        Layout.alignment: Qt.AlignRight | Qt.AlignVCenter
+        Layout.alignment: Qt.AlignRight
         spacing: Theme.small
 
         OptionalBadge {

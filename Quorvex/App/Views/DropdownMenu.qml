@@ -5,8 +5,9 @@ import QtQuick.Layouts
 ColumnLayout {
     id: panel
 
-    required property var menu
-    required property var commands
+    required property var model
+    readonly property var menu: model.content.menu
+    readonly property var commands: model.commands
 
     spacing: Theme.medium
 

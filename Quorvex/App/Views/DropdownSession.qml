@@ -5,8 +5,9 @@ import QtQuick.Layouts
 Card {
     id: card
 
-    required property var session
-    required property var commands
+    required property var model
+    readonly property var session: model.content.session
+    readonly property var commands: model.commands
 
     padding: Theme.roomy
     description: session.accessibilityText

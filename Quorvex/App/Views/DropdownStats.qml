@@ -5,10 +5,11 @@ import QtQuick.Layouts
 Card {
     id: card
 
-    required property var cells
-    required property var highlights
+    required property var model
+    readonly property var cells: model.list("stats")
+    readonly property var highlights: model.list("highlights")
+    readonly property bool isNeeded: cells.count + highlights.count > 0
 
-    visible: cells.count + highlights.count > 0
     padding: Theme.roomy
 
     RowLayout {

@@ -20,7 +20,7 @@ ColumnLayout {
         symbol: control.content.symbol
         help: control.content.help
         checked: control.content.isEnabled
-        onToggled: control.model.setEnabled(checked)
+        onToggled: checked => control.model.setEnabled(checked)
     }
     TextLine {
         Layout.fillWidth: true

@@ -7,9 +7,12 @@ Window {
 
     required property var model
     property bool isPopover: false
-    readonly property var content: model.content
+    readonly property var sections: ["Hero", "Graph", "Stats", "Session", "Controls", "Menu"].map(name => `Dropdown${name}.qml`)
+    // Each section is a document, which the toolkit's thread reads while the sections before it are
+    // being made.
+    readonly property var ahead: sections.map(file => Qt.createComponent(file, Component.Asynchronous))
 
-    title: content.title
+    title: model.content.title
     width: 88 * Theme.unit
     // On a low screen the panel scrolls.
     height: Math.min(Math.ceil(page.implicitHeight), Screen.desktopAvailableHeight - Theme.huge)
@@ -18,7 +21,6 @@ Window {
     minimumHeight: height
     maximumHeight: height
     color: Theme.window
-    flags: isPopover ? Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint : Qt.Window
 
     Shortcut {
         enabled: dropdown.isPopover
@@ -32,36 +34,16 @@ Window {
         anchors.fill: parent
         spacing: Theme.roomy
 
-        DropdownHero {
-            Layout.fillWidth: true
-            content: dropdown.content
-            lines: dropdown.model.list("heroLines")
-        }
-        DropdownGraph {
-            Layout.fillWidth: true
-            content: dropdown.content
-            onChosen: mode => dropdown.model.defaults.menuGraphMode = mode
-        }
-        DropdownStats {
-            Layout.fillWidth: true
-            cells: dropdown.model.list("stats")
-            highlights: dropdown.model.list("highlights")
-        }
-        DropdownSession {
-            Layout.fillWidth: true
-            session: dropdown.content.session
-            commands: dropdown.model.commands
-        }
-        DropdownControls {
-            Layout.fillWidth: true
-            controls: dropdown.content.controls
-            commands: dropdown.model.commands
-            defaults: dropdown.model.defaults
-        }
-        DropdownMenu {
-            Layout.fillWidth: true
-            menu: dropdown.content.menu
-            commands: dropdown.model.commands
+        Repeater {
+            model: dropdown.sections
+
+            Loader {
+                required property string modelData
+
+                Layout.fillWidth: true
+                visible: item?.isNeeded !== false
+                Component.onCompleted: setSource(modelData, { model: dropdown.model })
+            }
         }
     }
 

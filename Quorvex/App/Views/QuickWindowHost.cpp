@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "FatalError.h"
+#include "TypeScale.h"
 #include "ViewTypes.h"
 
 namespace quorvex {
@@ -59,8 +60,12 @@ QQuickWindow* QuickWindowHost::make(Scene scene, bool isPopover) {
     engine_ = std::make_unique<QQmlEngine>();
     registerViewTypes(*engine_);
   }
+  // The toolkit reads the window's document on a thread of its own. What is done here meanwhile the
+  // window does not wait for.
+  const QQmlComponent ahead(engine_.get(), sourceOf(scene), QQmlComponent::Asynchronous);
   auto& open = windows_.at(static_cast<std::size_t>(scene));
   open.model = makeModel_(scene);
+  TypeScale{}.read();
   QQmlComponent component(engine_.get(), sourceOf(scene));
   QVariantMap properties{{QStringLiteral("model"), QVariant::fromValue(open.model.get())}};
   if (scene == Scene::dropdown) {
@@ -105,6 +110,7 @@ void QuickWindowHost::openPopover(const QRect& anchor) {
   if (screen == nullptr) {
     screen = QGuiApplication::primaryScreen();
   }
+  made->setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
   made->setScreen(const_cast<QScreen*>(screen));
   made->setPosition(placeBeside(beside, made->size(), screen->availableGeometry()));
   made->show();

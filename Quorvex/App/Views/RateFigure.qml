@@ -15,7 +15,9 @@ RowLayout {
     SymbolIcon {
         implicitWidth: figure.isSmall ? 12 : 16
         name: figure.rate.symbol
-        description: figure.isSmall ? figure.rate.label : ""
+        Accessible.role: Accessible.Graphic
+        Accessible.name: figure.rate.label
+        Accessible.ignored: !figure.isSmall
     }
     ColumnLayout {
         Layout.fillWidth: !figure.isSmall

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 
 // A page that scrolls when it is longer than its window, by the keyboard too.
 Flickable {
@@ -59,8 +58,7 @@ Flickable {
         }
     }
 
-    T.ScrollBar.vertical: ScrollBar {}
-
+    ScrollBar { page: page }
     ColumnLayout {
         id: column
 

@@ -72,7 +72,7 @@ Rectangle {
                 model: pane.model.list("sessions")
                 currentIndex: pane.content.selectedRow
 
-                T.ScrollBar.vertical: ScrollBar {}
+                ScrollBar { page: list }
 
                 delegate: SessionListRow {
                     width: ListView.view.width

@@ -8,5 +8,5 @@ SwitchRow {
     text: entry.title
     symbol: entry.symbol
     checked: entry.isOn
-    onToggled: defaults[entry.key] = checked
+    onToggled: checked => defaults[entry.key] = checked
 }

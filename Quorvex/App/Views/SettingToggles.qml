@@ -22,7 +22,7 @@ ColumnLayout {
             Layout.fillWidth: true
             text: title
             checked: isOn
-            onToggled: list.defaults[key] = checked
+            onToggled: checked => list.defaults[key] = checked
         }
     }
 }

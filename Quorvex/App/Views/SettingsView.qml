@@ -30,7 +30,7 @@ ScrollPage {
             Layout.fillWidth: true
             text: page.content.sampling.lowImpactMode.title
             checked: page.content.sampling.lowImpactMode.isOn
-            onToggled: page.model.defaults.lowImpactMode = checked
+            onToggled: checked => page.model.defaults.lowImpactMode = checked
         }
         TextLine {
             Layout.fillWidth: true

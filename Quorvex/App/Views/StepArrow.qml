@@ -1,31 +1,43 @@
 import QtQuick
-import QtQuick.Templates as T
 
-// Half of a stepper. The keyboard has the stepper itself.
-T.AbstractButton {
+// Half of a stepper, which steps on while it is held. The keyboard has the stepper itself.
+Pressable {
+    id: arrow
+
     property string symbol: ""
     property string description: ""
+    // The click that ends a long press is not one more step.
+    property bool hasRepeated: false
+
+    signal stepped()
 
     width: parent.width / 2
     height: parent.height
-    autoRepeat: true
-    focusPolicy: Qt.NoFocus
-    hoverEnabled: true
+    takesFocus: false
     opacity: enabled ? 1 : 0.35
-    Accessible.role: Accessible.Button
+    onDownChanged: if (down) hasRepeated = false
+    onClicked: if (!hasRepeated) stepped()
     Accessible.name: description
-    Accessible.onPressAction: if (enabled) clicked()
+    Accessible.onPressAction: if (enabled) stepped()
 
-    contentItem: Item {
-        SymbolIcon {
-            anchors.centerIn: parent
-            name: parent.parent.symbol
-            implicitWidth: 12
-            tone: "primary"
+    Timer {
+        interval: arrow.hasRepeated ? 100 : 400
+        repeat: true
+        running: arrow.down && arrow.enabled
+        onTriggered: {
+            arrow.hasRepeated = true
+            arrow.stepped()
         }
     }
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: Theme.gap
-        color: parent.down ? Theme.controlPressed : parent.hovered ? Theme.controlHover : "transparent"
+        color: arrow.down ? Theme.controlPressed : arrow.hovered ? Theme.controlHover : "transparent"
+    }
+    SymbolIcon {
+        anchors.centerIn: parent
+        name: arrow.symbol
+        implicitWidth: 12
+        tone: "primary"
     }
 }

@@ -62,7 +62,7 @@ Item {
                 symbol: control.decreaseSymbol
                 description: control.decreaseLabel
                 enabled: control.canDecrease
-                onClicked: control.decreased()
+                onStepped: control.decreased()
             }
             Rectangle {
                 anchors.centerIn: parent
@@ -75,7 +75,7 @@ Item {
                 symbol: control.increaseSymbol
                 description: control.increaseLabel
                 enabled: control.canIncrease
-                onClicked: control.increased()
+                onStepped: control.increased()
             }
         }
     }

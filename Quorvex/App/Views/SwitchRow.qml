@@ -1,43 +1,30 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 
 // A setting that is on or off: its name at the left, the switch at the right.
-T.AbstractButton {
+Pressable {
     id: control
 
     property string symbol: ""
-    property string help: ""
     property bool isSmall: false
-    property var tip: null
-    property Item ring: null
+    // What is shown. Its owner sets it, also in answer to `toggled`.
+    property bool checked: false
 
-    checkable: true
+    signal toggled(bool checked)
+
     implicitHeight: isSmall ? 5 * Theme.unit : Theme.controlHeight
     implicitWidth: row.implicitWidth
-    opacity: enabled ? 1 : 0.45
-    focusPolicy: Qt.StrongFocus
-    hoverEnabled: true
-    onHoveredChanged: if (hovered && help !== "" && !tip) tip = OnDemand.explain(control, control)
-    onVisualFocusChanged: if (visualFocus && !ring) ring = OnDemand.mark(control, track)
+    frame: track
+    onClicked: toggled(!checked)
     Accessible.role: Accessible.CheckBox
-    Accessible.name: text
-    Accessible.description: help
     Accessible.checkable: true
     Accessible.checked: checked
     Accessible.onToggleAction: press()
-    Accessible.onPressAction: press()
 
-    function press() {
-        if (enabled) {
-            toggle()
-            toggled()
-        }
-    }
-
-    contentItem: RowLayout {
+    RowLayout {
         id: row
 
+        anchors.fill: parent
         spacing: control.isSmall ? Theme.gap : Theme.medium
 
         SymbolIcon {

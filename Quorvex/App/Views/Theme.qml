@@ -20,15 +20,13 @@ QtObject {
     readonly property int radius: 2 * unit
     readonly property int controlHeight: 7 * unit
 
-    // A missing family gives way to the system's own.
-    readonly property string family: Qt.platform.os === "osx" ? Qt.application.font.family : "Inter"
-    readonly property font caption: Qt.font({ family: family, pixelSize: 11 })
-    readonly property font captionStrong: Qt.font({ family: family, pixelSize: 11, weight: Font.DemiBold })
-    readonly property font body: Qt.font({ family: family, pixelSize: 13 })
-    readonly property font bodyStrong: Qt.font({ family: family, pixelSize: 13, weight: Font.DemiBold })
-    readonly property font title: Qt.font({ family: family, pixelSize: 15, weight: Font.DemiBold })
-    readonly property font headline: Qt.font({ family: family, pixelSize: 20, weight: Font.DemiBold })
-    readonly property font hero: Qt.font({ family: family, pixelSize: 44, weight: Font.DemiBold, letterSpacing: -1 })
+    readonly property font caption: TypeScale.caption
+    readonly property font captionStrong: TypeScale.captionStrong
+    readonly property font body: TypeScale.body
+    readonly property font bodyStrong: TypeScale.bodyStrong
+    readonly property font title: TypeScale.title
+    readonly property font headline: TypeScale.headline
+    readonly property font hero: TypeScale.hero
 
     readonly property color window: isDark ? "#1b1b1d" : "#f4f4f6"
     readonly property color card: isDark ? "#28282b" : "#ffffff"

@@ -7,6 +7,7 @@
 #include "FiguresItem.h"
 #include "SymbolItem.h"
 #include "SystemAppearance.h"
+#include "TypeScale.h"
 
 namespace quorvex {
 
@@ -22,6 +23,9 @@ void registerViewTypes(QQmlEngine& engine) {
     qmlRegisterSingletonType<SystemAppearance>(
         module, 1, 0, "SystemAppearance",
         [](QQmlEngine* owner, QJSEngine*) { return new SystemAppearance(owner); });
+    qmlRegisterSingletonType<TypeScale>(
+        module, 1, 0, "TypeScale",
+        [](QQmlEngine* owner, QJSEngine*) { return new TypeScale(owner); });
     return true;
   }();
   static_cast<void>(isRegistered);
