@@ -183,6 +183,21 @@ TEST_F(DropdownTest, TheIntervalStepsByItsKeysAndButtons) {
   EXPECT_EQ(app->defaults().refreshInterval(), before);
 }
 
+TEST_F(DropdownTest, AStepOfTheIntervalIsOneReadingMore) {
+  shell->commands().applyRefreshInterval(59.0);
+  std::size_t readings = 0;
+  const auto counting = app->engine().currentState().subscribe(
+      [&readings](const SystemPowerState& /*state*/) { ++readings; });
+  ASSERT_TRUE(waitFor([&] { return readings > 0; }));
+  readings = 0;
+  press(spokenNode(*dropdown, QAccessible::PushButton, "Longer refresh interval"));
+  ASSERT_TRUE(waitFor([&] { return readings > 0; }));
+  EXPECT_EQ(app->engine().interval().value(), 59.5);
+  // A second one would come as soon as the first.
+  QTest::qWait(400);
+  EXPECT_EQ(readings, 1U);
+}
+
 TEST_F(DropdownTest, TheIntervalIsAValueThatCanBeSet) {
   auto* value =
       spokenNode(*dropdown, QAccessible::SpinBox, "Refresh interval").node->valueInterface();

@@ -85,7 +85,8 @@ void AppCommands::applyRefreshInterval(double seconds) {
   if (change.stored) {
     defaults.setRefreshInterval(*change.stored);
   }
-  if (change.engine) {
+  // Who hears of the new setting may have applied it already.
+  if (change.engine && engine.interval().value() != *change.engine) {
     engine.setInterval(*change.engine);
   }
 }
