@@ -19,6 +19,7 @@ ScrollPage {
             }
             IntervalStepper {
                 interval: page.content.refresh.stepper
+                description: page.content.refresh.stepper.label
                 commands: page.model.commands
             }
         }
