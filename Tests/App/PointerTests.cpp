@@ -124,6 +124,50 @@ TEST_F(PointerTest, APageThatFitsItsWindowHasNoBar) {
   EXPECT_TRUE(shown("QQuickScrollBar").empty());
 }
 
+TEST_F(PointerTest, ABarComesAndGoesWithTheWindowsHeight) {
+  openWindow(Scene::settings);
+  const QSize fitting = window->size();
+  for (int i = 0; i < 2; ++i) {
+    window->resize(window->minimumSize());
+    settle(*window);
+    EXPECT_EQ(shown("QQuickScrollBar").size(), 1U);
+    window->resize(fitting);
+    settle(*window);
+    EXPECT_TRUE(shown("QQuickScrollBar").empty());
+  }
+  expectNoComplaints();
+}
+
+TEST_F(PointerTest, AWindowThatComesBackShowsNoRingWhereThePointerWas) {
+  openDropdown();
+  const QPoint refresh = middleOf("Refresh");
+  QTest::mouseClick(window, Qt::LeftButton, {}, refresh);
+  ASSERT_EQ(focusedName(*window), "Refresh");
+  QQuickWindow* dropdown = window;
+  openWindow(Scene::settings);
+  ASSERT_FALSE(dropdown->isActive());
+  dropdown->requestActivate();
+  ASSERT_TRUE(waitFor([&] { return dropdown->isActive(); }));
+  settle(*dropdown);
+  EXPECT_EQ(focusedName(*dropdown), "Refresh");
+  EXPECT_FALSE(hasRingAroundFocus(*dropdown));
+}
+
+TEST_F(PointerTest, APageStaysWhereItIsWhileAControlAtItsEdgeIsClicked) {
+  openWindow(Scene::settings);
+  const SpokenNode thermal = spokenNode(*window, QAccessible::CheckBox, "Thermal");
+  const auto* toggle = qobject_cast<QQuickItem*>(thermal.node->object());
+  const QPoint top = toggle->mapToScene(QPointF{toggle->width() / 2, 0}).toPoint();
+  window->resize(window->width(), top.y() + 10);
+  settle(*window);
+  const QQuickItem* page = shown("QQuickFlickable").front();
+  QTest::mouseClick(window, Qt::LeftButton, {}, top + QPoint{0, 5});
+  settle(*window);
+  EXPECT_EQ(focusedName(*window), "Thermal");
+  EXPECT_FALSE(thermal.node->state().checked);
+  EXPECT_EQ(page->property("contentY").toDouble(), 0.0);
+}
+
 TEST_F(PointerTest, ALongPagesBarShowsItsPlaceAndDragsIt) {
   openWindow(Scene::settings);
   window->resize(window->minimumSize());
@@ -146,7 +190,7 @@ TEST_F(PointerTest, ALongPagesBarShowsItsPlaceAndDragsIt) {
               page->property("contentHeight").toDouble() - page->height(), 1.0);
   QTest::mouseRelease(window, Qt::LeftButton, {}, bottom);
   const double end = bar->property("position").toDouble();
-  focus(*window, "Refresh interval");
+  focus(*window, "Interval");
   settle(*window);
   EXPECT_LT(bar->property("position").toDouble(), end);
   EXPECT_NEAR(bar->property("position").toDouble(),

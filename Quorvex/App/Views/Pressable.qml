@@ -29,13 +29,14 @@ Item {
 
     activeFocusOnTab: takesFocus
     opacity: enabled ? 1 : 0.45
-    onActiveFocusChanged: if (!activeFocus) focusedByPointer = false
+    // A window that loses the keyboard takes it from its controls, and later gives it back.
+    onActiveFocusChanged: if (!activeFocus && Window.active) focusedByPointer = false
     onHoveredChanged: if (hovered && help !== "" && !tip) tip = OnDemand.explain(control, control)
     onVisualFocusChanged: if (visualFocus && !ring) ring = OnDemand.mark(control, frame)
     Keys.onPressed: event => {
-        focusedByPointer = false
         if ([Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter].includes(event.key)) {
             event.accepted = true
+            focusedByPointer = false
             if (!event.isAutoRepeat) {
                 press()
             }

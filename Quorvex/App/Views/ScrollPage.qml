@@ -39,7 +39,7 @@ Flickable {
         }
     }
 
-    // The keyboard's place is always in sight.
+    // The keyboard's place is always in sight. What the pointer presses stays under it.
     function reveal(item) {
         const top = item.mapToItem(page.contentItem, 0, 0).y - Theme.large
         const bottom = top + item.height + 2 * Theme.large
@@ -49,6 +49,9 @@ Flickable {
     Connections {
         target: page.Window.window
         function onActiveFocusItemChanged() {
+            if (page.Window.activeFocusItem?.focusedByPointer) {
+                return
+            }
             for (let item = page.Window.activeFocusItem; item; item = item.parent) {
                 if (item.parent === page.contentItem || item.parent === column) {
                     page.reveal(page.Window.activeFocusItem)

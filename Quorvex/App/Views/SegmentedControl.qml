@@ -14,7 +14,7 @@ FocusScope {
 
     function choose(index) {
         if (index >= 0 && index < options.length) {
-            segments.itemAt(index).forceActiveFocus(Qt.TabFocusReason)
+            segments.itemAt(index).forceActiveFocus()
             chosen(index)
         }
     }
@@ -49,6 +49,11 @@ FocusScope {
                 readonly property var entry: control.options[index] ?? ({ title: "" })
                 readonly property bool isCurrent: index === control.current
 
+                function step(count) {
+                    focusedByPointer = false
+                    control.choose(index + count)
+                }
+
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 Layout.preferredWidth: 1
@@ -60,8 +65,8 @@ FocusScope {
                 // One place for the keyboard, in which the arrow keys choose.
                 activeFocusOnTab: isCurrent
                 onClicked: control.chosen(index)
-                Keys.onLeftPressed: control.choose(index - 1)
-                Keys.onRightPressed: control.choose(index + 1)
+                Keys.onLeftPressed: step(-1)
+                Keys.onRightPressed: step(1)
                 Accessible.role: Accessible.RadioButton
                 Accessible.name: entry.accessibilityLabel ?? text
                 Accessible.checkable: true

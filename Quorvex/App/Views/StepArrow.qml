@@ -15,10 +15,9 @@ Pressable {
     height: parent.height
     takesFocus: false
     opacity: enabled ? 1 : 0.35
-    onDownChanged: if (down) hasRepeated = false
+    onDownChanged: if (!down) Qt.callLater(() => { if (arrow) arrow.hasRepeated = false })
     onClicked: if (!hasRepeated) stepped()
     Accessible.name: description
-    Accessible.onPressAction: if (enabled) stepped()
 
     Timer {
         interval: arrow.hasRepeated ? 100 : 400
