@@ -217,5 +217,19 @@ TEST_F(HelperModelTest, ASamplesErrorIsTold) {
   EXPECT_EQ(shown("message").toMap().value(QStringLiteral("color")), QStringLiteral("orange"));
 }
 
+TEST_F(HelperModelTest, AnErrorFromBeforeTheWindowOpenedIsTold) {
+  machine.files.set(path, FakeFile{});
+  machine.children.answer(path, {"status-json"}, {.output = goodStatus});
+  machine.children.answer(path, {"read-pro-telemetry-json"},
+                          {.error = "powermetrics failed", .exitStatus = 1});
+  app->defaults().setProTelemetryEnabled(true);
+  commands->startSession(QString{});
+  advance(2.0);
+  ASSERT_EQ(app->sessionRecordingCoordinator().lastMessage().value(), "powermetrics failed");
+  toolIsUsable();
+  makeModel();
+  EXPECT_EQ(message(), QStringLiteral("powermetrics failed"));
+}
+
 }  // namespace
 }  // namespace quorvex

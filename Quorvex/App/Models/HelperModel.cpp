@@ -38,6 +38,13 @@ HelperModel::HelperModel(QuorvexApp& app, QString programFolder, QObject* parent
       programFolder_(std::move(programFolder)),
       times_(userLocaleForDates()) {
   observe(app.sessionRecordingCoordinator().latestProTelemetry());
+  // What went wrong while nobody looked is told too.
+  const auto& lastMessage = app.sessionRecordingCoordinator().lastMessage();
+  state_.message = lastMessage.value();
+  lastMessage_ = lastMessage.subscribe([this](const std::optional<std::string>& message) {
+    state_.message = message;
+    schedule();
+  });
   connect(&app.defaults(), &DefaultsModel::proTelemetryEnabledChanged, this, [this] {
     schedule();
     restartLoop();

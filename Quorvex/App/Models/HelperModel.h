@@ -60,6 +60,7 @@ class HelperModel : public LiveModel {
   QString programFolder_;
   ShortTimeFormat times_;
   HelperControlsState state_;
+  Subscription lastMessage_;
   std::shared_ptr<TaskHandle> loopTask_;
 };
 
