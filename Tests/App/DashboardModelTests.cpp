@@ -3,6 +3,8 @@
 
 #include <QFile>
 #include <QSignalSpy>
+#include <filesystem>
+#include <functional>
 #include <memory>
 
 #include "AppFixture.h"
@@ -29,6 +31,7 @@ class DashboardModelTest : public testing::AppTest {
     dashboard = std::make_unique<DashboardModel>(*app, *commands,
                                                  [this](const SaveRequest& request, auto chosen) {
                                                    request_ = request;
+                                                   chosen_ = chosen;
                                                    if (!saveTo.isEmpty()) {
                                                      chosen(saveTo);
                                                    }
@@ -49,6 +52,16 @@ class DashboardModelTest : public testing::AppTest {
     settle();
   }
 
+  /// As another process does.
+  void deleteElsewhere(const PowerSession& session) {
+    const auto store = PowerSessionStore::open(
+        {.appVersion = "0.14.0", .storeURL = *app->storeFile()}, machine.time);
+    ASSERT_TRUE(store);
+    const auto found = (*store)->session(session.id());
+    ASSERT_TRUE(found);
+    ASSERT_TRUE((*store)->deleteSession(**found));
+  }
+
   [[nodiscard]] HistoryModel& history() { return *dashboard->history(); }
   [[nodiscard]] QStringList titles() {
     QStringList list;
@@ -65,6 +78,7 @@ class DashboardModelTest : public testing::AppTest {
 
   QString saveTo;
   SaveRequest request_;
+  std::function<void(const QString&)> chosen_;
   std::unique_ptr<DashboardModel> dashboard;
 };
 
@@ -254,6 +268,28 @@ TEST_F(DashboardModelTest, ASessionWithoutSamplesHasAReportThatSaysSo) {
   EXPECT_EQ(history().report()->report()->summary.sampleCount, 0);
 }
 
+TEST_F(DashboardModelTest, AReportThatCannotBeReadSaysSoUntilAnotherIsShown) {
+  record("first");
+  record("second");
+  record("third");
+  openHistory();
+  EXPECT_EQ(history().report()->failure(), QVariantMap{});
+  const auto sessions = app->sessionRecorder().sessions();
+  deleteElsewhere(*sessions.at(1));
+  history().select(QString::fromStdString(sessions.at(1)->id().text()));
+  settle();
+  EXPECT_FALSE(history().report()->hasReport());
+  EXPECT_FALSE(history().report()->isLoading());
+  EXPECT_EQ(history().report()->failure().value(QStringLiteral("title")),
+            QStringLiteral("Session Unavailable"));
+  EXPECT_EQ(history().report()->failure().value(QStringLiteral("message")),
+            QStringLiteral("It was deleted, or the session store cannot be read."));
+  history().select(QString::fromStdString(sessions.at(2)->id().text()));
+  settle();
+  EXPECT_TRUE(history().report()->hasReport());
+  EXPECT_EQ(history().report()->failure(), QVariantMap{});
+}
+
 TEST_F(DashboardModelTest, TheActiveSessionsRowShowsTheRunningSummary) {
   commands->startSession(QStringLiteral("Running"));
   advance(10.0);
@@ -299,6 +335,34 @@ TEST_F(DashboardModelTest, APanelThatIsDismissedExportsNothingAndSaysNothing) {
   dashboard->setTab(0);
   settle();
   EXPECT_FALSE(dashboard->helper()->content().value(QStringLiteral("message")).isValid());
+}
+
+TEST_F(DashboardModelTest, AnExportThatIsConfirmedAfterTheDashboardClosedIsWritten) {
+  record("Idle test");
+  openHistory();
+  history().exportSelected();
+  dashboard.reset();
+  const QString file = QString::fromStdString((home.path() / "later.jsonl").string());
+  chosen_(file);
+  EXPECT_TRUE(QFile::exists(file));
+}
+
+TEST_F(DashboardModelTest, ARowWhoseFiguresCannotBeReadStaysWithoutThemUntilARefresh) {
+  record("Idle test");
+  const std::filesystem::path file = *app->storeFile();
+  const std::filesystem::path away = file.string() + ".away";
+  std::filesystem::rename(file, away);
+  std::filesystem::create_directory(file);
+  openHistory();
+  const auto values = [this] {
+    return history().list(QStringLiteral("sessions"))->value(0, QStringLiteral("values")).toList();
+  };
+  EXPECT_EQ(values().size(), 0);
+  std::filesystem::remove_all(file);
+  std::filesystem::rename(away, file);
+  history().refreshSessions();
+  settle();
+  EXPECT_EQ(values().size(), 3);
 }
 
 TEST_F(DashboardModelTest, AMissingHelperTurnsTheSettingOff) {

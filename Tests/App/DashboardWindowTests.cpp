@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QByteArray>
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -112,6 +114,88 @@ TEST_F(DashboardScreenReaderTest, EveryControlDoesOncePressedWhatItSays) {
   EXPECT_EQ(rows[isSecondSelected ? 0 : 1].node->state().selected, true);
   pressNode(QAccessible::Button, "Delete");
   EXPECT_EQ(app->sessionRecorder().sessions().size(), 1U);
+  expectNoComplaints();
+}
+
+class DashboardHistoryTest : public DashboardWindowTest {
+ protected:
+  void SetUp() override {
+    openDashboard();
+    storeSession("With phases");
+    auto& store = app->sessionRecorder().store();
+    const Date now = app->engine().currentState().value().timestamp;
+    const auto empty = store.startSession("Without samples", PowerSessionSource::cli, 2.0, now);
+    ASSERT_TRUE(empty);
+    ASSERT_TRUE(store.stopSession(**empty, now));
+    showHistory();
+  }
+
+  [[nodiscard]] QString idOf(const char* title) const {
+    for (const auto& session : app->sessionRecorder().sessions()) {
+      if (session->title() == title) {
+        return QString::fromStdString(session->id().text());
+      }
+    }
+    return {};
+  }
+  void select(const QString& id) {
+    auto* history = part(model(), "history");
+    QMetaObject::invokeMethod(history, "select", Q_ARG(QString, id));
+    ASSERT_TRUE(waitFor([&] { return !part(history, "report")->property("isLoading").toBool(); }));
+    settle();
+  }
+  /// In the header, and with its legend below.
+  [[nodiscard]] std::ptrdiff_t shownStrips() const {
+    return std::ranges::count_if(testing::shownItems(*window), [](const QQuickItem* item) {
+      return QByteArray(item->metaObject()->className()).startsWith("PhaseStrip_");
+    });
+  }
+};
+
+TEST_F(DashboardHistoryTest, ThePhasesAreShownAfterASessionWithoutAny) {
+  select(idOf("Without samples"));
+  EXPECT_EQ(shownStrips(), 0);
+  select(idOf("With phases"));
+  EXPECT_EQ(shownStrips(), 2);
+  select(idOf("Without samples"));
+  EXPECT_EQ(shownStrips(), 0);
+  select(idOf("With phases"));
+  EXPECT_EQ(shownStrips(), 2);
+  expectNoComplaints();
+}
+
+TEST_F(DashboardHistoryTest, ThePhasesAreShownAfterTheOtherTab) {
+  select(idOf("With phases"));
+  model()->setProperty("tab", 0);
+  settle();
+  model()->setProperty("tab", 1);
+  settle();
+  EXPECT_EQ(shownStrips(), 2);
+  expectNoComplaints();
+}
+
+TEST_F(DashboardHistoryTest, ASessionThatIsGoneSaysSoInItsPlace) {
+  const auto isTold = [this] {
+    return std::ranges::any_of(seenTexts(),
+                               [](const auto& text) { return text.text == "Session Unavailable"; });
+  };
+  storeSession("Never seen");
+  QMetaObject::invokeMethod(part(model(), "history"), "refreshSessions");
+  settle();
+  EXPECT_FALSE(isTold());
+  const QString id = idOf("Never seen");
+  const auto elsewhere = PowerSessionStore::open(
+      {.appVersion = "0.14.0", .storeURL = *app->storeFile()}, app->machine().clock());
+  ASSERT_TRUE(elsewhere);
+  for (const auto& session : *(*elsewhere)->sessions()) {
+    if (QString::fromStdString(session->id().text()) == id) {
+      ASSERT_TRUE((*elsewhere)->deleteSession(*session));
+    }
+  }
+  select(id);
+  EXPECT_TRUE(isTold());
+  select(idOf("Without samples"));
+  EXPECT_FALSE(isTold());
   expectNoComplaints();
 }
 

@@ -87,14 +87,12 @@ void DashboardModel::exportSession(const PowerSessionRecorder::SessionPointer& s
               .proposedName = textOf(proposedName(session->title())),
               .fileExtension = textOf(fileExtension),
               .fileTypeName = textOf(fileTypeName)},
-             [self = QPointer{this}, session](const QString& file) {
-               if (self == nullptr) {
-                 return;
-               }
-               const auto text = self->app_->sessionRecorder().exportJSONL(*session);
-               if (!text) {
-                 self->helper_.tellExportFailure(text.error().description);
-               } else if (const auto error = writeAtomically(file.toStdString(), *text)) {
+             // The panel may outlive the dashboard.
+             [self = QPointer{this}, app = app_, session](const QString& file) {
+               const auto text = app->sessionRecorder().exportJSONL(*session);
+               const auto error = text ? writeAtomically(file.toStdString(), *text)
+                                       : std::optional{text.error().description};
+               if (error && self != nullptr) {
                  self->helper_.tellExportFailure(*error);
                }
              });

@@ -50,6 +50,7 @@ void HistoryModel::refreshSessions() {
     const auto session = listedSession(entry.first);
     return session == nullptr || session->status() == PowerSessionStatus::active;
   });
+  unreadable_.clear();
   selected_ = selectDefaultSession(sessions_, selected_);
   setSelected(selectDefaultSession(filtered(), selected_));
   if (isShown()) {
@@ -141,7 +142,8 @@ QVariantMap HistoryModel::makeContent() {
 
 PowerSessionRecorder::SessionPointer HistoryModel::nextWithoutSummary() const {
   const auto found = std::ranges::find_if(sessions_, [this](const auto& session) {
-    return !summaries_.contains(session->id()) && !isRecorded(*session);
+    return !summaries_.contains(session->id()) && !unreadable_.contains(session->id()) &&
+           !isRecorded(*session);
   });
   return found != sessions_.end() ? *found : nullptr;
 }
@@ -167,11 +169,14 @@ asio::awaitable<void> HistoryModel::readSummaries(SessionReader reader,
     if (self == nullptr) {
       co_return;
     }
+    if (!summary) {
+      self->unreadable_.insert(session->id());
+      continue;
+    }
     const auto listed = self->listedSession(session->id());
     // A session that ended while its figures were read is read again.
     if (listed != nullptr && (hadEnded || listed->status() == PowerSessionStatus::active)) {
-      self->summaries_.insert_or_assign(session->id(),
-                                        summary.value_or(PowerSessionSummary::empty()));
+      self->summaries_.insert_or_assign(session->id(), *summary);
     }
     self->schedule();
   }

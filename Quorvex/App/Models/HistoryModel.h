@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 
 #include "LiveModel.h"
 #include "QuorvexApp.h"
@@ -72,6 +73,7 @@ class HistoryModel : public LiveModel {
   SessionList sessions_;
   std::optional<UUID> selected_;
   std::map<UUID, PowerSessionSummary> summaries_;
+  std::set<UUID> unreadable_;  ///< not tried again before the next refresh
   bool isReading_ = false;
 };
 

@@ -5,7 +5,9 @@
 
 #include "AppSettings.h"
 #include "LocalizedDate.h"
+#include "SessionHistory.h"
 #include "SessionReportRules.h"
+#include "ShownHistory.h"
 #include "ShownReport.h"
 #include "ShownTrace.h"
 
@@ -18,6 +20,8 @@ ReportModel::ReportModel(QuorvexApp& app, QObject* parent)
 
 void ReportModel::setSession(SessionPointer session) {
   session_ = std::move(session);
+  const int request = ++requests_;
+  setFailed(false);
   if (session_ == nullptr) {
     show(std::nullopt);
     return;
@@ -30,8 +34,12 @@ void ReportModel::setSession(SessionPointer session) {
     show(std::nullopt);
   }
   setLoading(true);
-  asio::co_spawn(app_->context().mainThread, load(reader_, QPointer{this}, session_),
+  asio::co_spawn(app_->context().mainThread, load(reader_, QPointer{this}, session_, request),
                  asio::detached);
+}
+
+QVariantMap ReportModel::failure() const {
+  return hasFailed_ ? shownMap(unreadableReport()) : QVariantMap{};
 }
 
 QString ReportModel::sessionID() const {
@@ -39,7 +47,7 @@ QString ReportModel::sessionID() const {
 }
 
 asio::awaitable<void> ReportModel::load(SessionReader reader, QPointer<ReportModel> self,
-                                        SessionPointer session) {
+                                        SessionPointer session, int request) {
   // What is read while the session goes on is not its last word, even if it ends meanwhile.
   const bool hasEnded = session->status() != PowerSessionStatus::active;
   auto report = co_await reader.report(session);
@@ -49,7 +57,8 @@ asio::awaitable<void> ReportModel::load(SessionReader reader, QPointer<ReportMod
   if (report && hasEnded) {
     self->finished_.insert_or_assign(session->id(), *report);
   }
-  if (self->session_ == session) {
+  if (self->requests_ == request) {
+    self->setFailed(!report);
     self->show(std::move(report));
   }
 }
@@ -64,6 +73,13 @@ void ReportModel::setLoading(bool isLoading) {
   if (isLoading != isLoading_) {
     isLoading_ = isLoading;
     emit loadingChanged();
+  }
+}
+
+void ReportModel::setFailed(bool hasFailed) {
+  if (hasFailed != hasFailed_) {
+    hasFailed_ = hasFailed;
+    emit failureChanged();
   }
 }
 

@@ -18,6 +18,8 @@ class ReportModel : public LiveModel {
   Q_OBJECT
   Q_PROPERTY(bool isLoading READ isLoading NOTIFY loadingChanged)
   Q_PROPERTY(bool hasReport READ hasReport NOTIFY contentChanged)
+  /// What stands in its place when it could not be read; empty otherwise.
+  Q_PROPERTY(QVariantMap failure READ failure NOTIFY failureChanged)
   /// Whose report it is; empty without one.
   Q_PROPERTY(QString sessionID READ sessionID NOTIFY contentChanged)
 
@@ -34,6 +36,7 @@ class ReportModel : public LiveModel {
 
   [[nodiscard]] bool isLoading() const { return isLoading_; }
   [[nodiscard]] bool hasReport() const { return report_.has_value(); }
+  [[nodiscard]] QVariantMap failure() const;
   [[nodiscard]] const std::optional<PowerSessionReport>& report() const { return report_; }
   [[nodiscard]] QString sessionID() const;
 
@@ -43,15 +46,17 @@ class ReportModel : public LiveModel {
 
  signals:
   void loadingChanged();
+  void failureChanged();
 
  protected:
   QVariantMap makeContent() override;
 
  private:
   static asio::awaitable<void> load(SessionReader reader, QPointer<ReportModel> self,
-                                    SessionPointer session);
+                                    SessionPointer session, int request);
   void show(std::optional<PowerSessionReport> report);
   void setLoading(bool isLoading);
+  void setFailed(bool hasFailed);
 
   QuorvexApp* app_;
   SessionReader reader_;
@@ -59,7 +64,9 @@ class ReportModel : public LiveModel {
   std::optional<PowerSessionReport> report_;
   std::map<UUID, PowerSessionReport> finished_;  ///< reports that do not change any more
   std::vector<TracePlot> traces_;
+  int requests_ = 0;  ///< what an earlier one still reads is not shown any more
   bool isLoading_ = false;
+  bool hasFailed_ = false;
 };
 
 }  // namespace quorvex

@@ -76,6 +76,12 @@ SessionHistory sessionHistory(std::string_view searchText, std::size_t sessionCo
   return history;
 }
 
+EmptyState unreadableReport() {
+  return {.symbol = "exclamationmark.triangle.fill",
+          .title = "Session Unavailable",
+          .message = "It was deleted, or the session store cannot be read."};
+}
+
 SessionList filteredSessions(std::span<const std::shared_ptr<PowerSession>> sessions,
                              std::string_view searchText, const std::string& locale) {
   if (searchText.empty()) {

@@ -77,6 +77,9 @@ struct SessionHistory {
                                             std::size_t filteredCount,
                                             const std::optional<UUID>& selected);
 
+/// What stands in place of a report that could not be read.
+[[nodiscard]] EmptyState unreadableReport();
+
 /// The sessions whose title contains the text, without regard to case as the user's language has
 /// it, in their order; all of them for an empty text. `locale`: see `userLocaleForSearching`.
 [[nodiscard]] SessionList filteredSessions(std::span<const std::shared_ptr<PowerSession>> sessions,

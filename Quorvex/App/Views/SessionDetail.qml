@@ -1,13 +1,14 @@
 import QtQuick
 import QtQuick.Layouts
 
-// The report of the selected session, a calm sign that it is being read, or the invitation to
-// choose one.
+// The report of the selected session, a calm sign that it is being read, why it cannot be, or the
+// invitation to choose one.
 Item {
     id: pane
 
     required property var model
-    readonly property var empty: model.content.emptyDetail
+    readonly property var failure: model.report.failure.title ? model.report.failure : null
+    readonly property var empty: model.content.emptyDetail ?? failure
 
     EmptyState {
         anchors.centerIn: parent

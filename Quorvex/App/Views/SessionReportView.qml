@@ -41,7 +41,7 @@ ScrollPage {
     }
     Card {
         Layout.fillWidth: true
-        visible: strip.visible
+        visible: strip.bars.length > 0
 
         PhaseStrip {
             id: strip

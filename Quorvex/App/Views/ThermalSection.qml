@@ -28,7 +28,7 @@ Card {
     Rectangle {
         Layout.fillWidth: true
         implicitHeight: 1
-        visible: highlights.visible
+        visible: (highlights.rows?.count ?? 0) > 0
         color: Theme.line
     }
     ValueRows {
@@ -45,7 +45,7 @@ Card {
         wrapMode: Text.Wrap
     }
     Heading {
-        visible: sensors.visible
+        visible: (sensors.rows?.count ?? 0) > 0
         text: card.section.sensorsTitle
     }
     ValueRows {

@@ -88,6 +88,13 @@ TEST(SessionHistory, WithoutASelectionAsksForOne) {
                                              "Choose a recorded benchmark to inspect."}));
 }
 
+TEST(SessionHistory, AReportThatCannotBeReadSaysWhy) {
+  EXPECT_EQ(unreadableReport(),
+            (EmptyState{.symbol = "exclamationmark.triangle.fill",
+                        .title = "Session Unavailable",
+                        .message = "It was deleted, or the session store cannot be read."}));
+}
+
 TEST(SelectDefaultSession, ASelectionThatIsFilteredOutMovesToTheFirstMatch) {
   const SessionList matches = filteredSessions(threeSessions(), "foo", "en_US");
   EXPECT_EQ(selectDefaultSession(matches, samples::session(2, "Café")->id()),
