@@ -14,8 +14,6 @@ LaunchAtLoginModel::LaunchAtLoginModel(LoginItem& loginItem, bool showsStatus, Q
 void LaunchAtLoginModel::setEnabled(bool isEnabled) {
   errorMessage_ = isEnabled ? loginItem_->registerItem() : loginItem_->unregisterItem();
   refresh();
-  // A switch that the user has moved springs back to the true status.
-  emit contentChanged();
 }
 
 QVariantMap LaunchAtLoginModel::makeContent() {

@@ -32,7 +32,6 @@ class ReportModel : public LiveModel {
   /// Shows the session's report; nothing for null. The report of a session that has ended is read
   /// once; that of an active one each time.
   void setSession(SessionPointer session);
-  [[nodiscard]] const SessionPointer& session() const { return session_; }
 
   [[nodiscard]] bool isLoading() const { return isLoading_; }
   [[nodiscard]] bool hasReport() const { return report_.has_value(); }

@@ -16,7 +16,6 @@ namespace quorvex {
 template <>
 struct ShownFields<PhaseStrip::Bar> {
   static constexpr std::tuple values{
-      RecordField{"id", &PhaseStrip::Bar::id},
       RecordField{"color", &PhaseStrip::Bar::color},
       RecordField{"fraction", &PhaseStrip::Bar::fraction},
       RecordField{"label", &PhaseStrip::Bar::label},
@@ -47,7 +46,6 @@ struct ShownFields<HelperControls> {
   static constexpr std::tuple values{RecordField{"groupTitle", &HelperControls::groupTitle},
                                      RecordField{"title", &HelperControls::title},
                                      RecordField{"detail", &HelperControls::detail},
-                                     RecordField{"isReady", &HelperControls::isReady},
                                      RecordField{"enabledSwitch", &HelperControls::enabledSwitch},
                                      RecordField{"canSwitch", &HelperControls::canSwitch},
                                      RecordField{"installButton", &HelperControls::installButton},

@@ -32,24 +32,20 @@ struct ShownFields<HeroLine> {
 template <>
 struct ShownFields<HeroMetric> {
   static constexpr std::tuple values{RecordField{"mode", &HeroMetric::mode},
-                                     RecordField{"lines", &HeroMetric::lines},
                                      RecordField{"stateLabel", &HeroMetric::stateLabel},
                                      RecordField{"sourceLabel", &HeroMetric::sourceLabel}};
 };
 
 template <>
 struct ShownFields<AdapterPill> {
-  static constexpr std::tuple values{RecordField{"label", &AdapterPill::label},
-                                     RecordField{"symbol", &AdapterPill::symbol},
-                                     RecordField{"color", &AdapterPill::color},
-                                     RecordField{"fillOpacity", &AdapterPill::fillOpacity},
-                                     RecordField{"help", &AdapterPill::help}};
+  static constexpr std::tuple values{
+      RecordField{"label", &AdapterPill::label}, RecordField{"symbol", &AdapterPill::symbol},
+      RecordField{"color", &AdapterPill::color}, RecordField{"help", &AdapterPill::help}};
 };
 
 template <>
 struct ShownFields<HeroContext> {
-  static constexpr std::tuple values{RecordField{"mode", &HeroContext::mode},
-                                     RecordField{"adapterPill", &HeroContext::adapterPill},
+  static constexpr std::tuple values{RecordField{"adapterPill", &HeroContext::adapterPill},
                                      RecordField{"components", &HeroContext::components},
                                      RecordField{"text", &HeroContext::text}};
 };
@@ -57,12 +53,9 @@ struct ShownFields<HeroContext> {
 template <>
 struct ShownFields<GraphModeButton> {
   static constexpr std::tuple values{
-      RecordField{"mode", &GraphModeButton::mode},
-      RecordField{"title", &GraphModeButton::title},
-      RecordField{"symbol", &GraphModeButton::symbol},
-      RecordField{"help", &GraphModeButton::help},
-      RecordField{"accessibilityLabel", &GraphModeButton::accessibilityLabel},
-      RecordField{"isSelected", &GraphModeButton::isSelected}};
+      RecordField{"mode", &GraphModeButton::mode}, RecordField{"title", &GraphModeButton::title},
+      RecordField{"symbol", &GraphModeButton::symbol}, RecordField{"help", &GraphModeButton::help},
+      RecordField{"accessibilityLabel", &GraphModeButton::accessibilityLabel}};
 };
 
 template <>
@@ -98,7 +91,6 @@ struct ShownFields<DataUsedRow> {
 template <>
 struct ShownFields<StatCell> {
   static constexpr std::tuple values{
-      RecordField{"kind", &StatCell::kind},
       RecordField{"symbol", &StatCell::symbol},
       RecordField{"text", &StatCell::text},
       RecordField{"caption", &StatCell::caption},

@@ -19,9 +19,8 @@ struct ShownFields<EmptyState> {
 
 template <>
 struct ShownFields<MiniValue> {
-  static constexpr std::tuple values{
-      RecordField{"value", &MiniValue::value}, RecordField{"label", &MiniValue::label},
-      RecordField{"accessibilityText", &MiniValue::accessibilityText}};
+  static constexpr std::tuple values{RecordField{"value", &MiniValue::value},
+                                     RecordField{"label", &MiniValue::label}};
 };
 
 template <>

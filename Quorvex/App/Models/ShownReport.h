@@ -193,7 +193,6 @@ struct ShownFields<SessionReportContent> {
       RecordField{"flags", &SessionReportContent::flags},
       RecordField{"strip", &SessionReportContent::strip},
       RecordField{"tiles", &SessionReportContent::tiles},
-      RecordField{"traces", &SessionReportContent::traces},
       RecordField{"phases", &SessionReportContent::phases},
       RecordField{"networkApps", &SessionReportContent::networkApps},
       RecordField{"families", &SessionReportContent::families},

@@ -34,7 +34,6 @@ struct ShownFields<BatteryGauge> {
       RecordField{"percentText", &BatteryGauge::percentText},
       RecordField{"fraction", &BatteryGauge::fraction},
       RecordField{"color", &BatteryGauge::color},
-      RecordField{"rows", &BatteryGauge::rows},
       RecordField{"accessibilityText", &BatteryGauge::accessibilityText}};
 };
 
@@ -42,11 +41,8 @@ template <>
 struct ShownFields<ThermalSection> {
   static constexpr std::tuple values{RecordField{"title", &ThermalSection::title},
                                      RecordField{"thermalBadge", &ThermalSection::thermalBadge},
-                                     RecordField{"rows", &ThermalSection::rows},
-                                     RecordField{"highlights", &ThermalSection::highlights},
                                      RecordField{"note", &ThermalSection::note},
                                      RecordField{"sensorsTitle", &ThermalSection::sensorsTitle},
-                                     RecordField{"sensors", &ThermalSection::sensors},
                                      RecordField{"moreText", &ThermalSection::moreText},
                                      RecordField{"curationText", &ThermalSection::curationText}};
 };
@@ -64,7 +60,6 @@ struct ShownFields<FanRow> {
 template <>
 struct ShownFields<FanSection> {
   static constexpr std::tuple values{RecordField{"title", &FanSection::title},
-                                     RecordField{"rows", &FanSection::rows},
                                      RecordField{"emptyText", &FanSection::emptyText}};
 };
 
@@ -95,9 +90,7 @@ struct ShownFields<NetworkSection> {
       RecordField{"totalOut", &NetworkSection::totalOut},
       RecordField{"totalNote", &NetworkSection::totalNote},
       RecordField{"topProcessesTitle", &NetworkSection::topProcessesTitle},
-      RecordField{"topProcesses", &NetworkSection::topProcesses},
-      RecordField{"interfacesTitle", &NetworkSection::interfacesTitle},
-      RecordField{"interfaces", &NetworkSection::interfaces}};
+      RecordField{"interfacesTitle", &NetworkSection::interfacesTitle}};
 };
 
 template <>
@@ -116,7 +109,6 @@ struct ShownFields<PowerBreakdown> {
       RecordField{"summary", &PowerBreakdown::summary},
       RecordField{"bar", &PowerBreakdown::bar},
       RecordField{"history", &PowerBreakdown::history},
-      RecordField{"components", &PowerBreakdown::components},
       RecordField{"unavailableSymbol", &PowerBreakdown::unavailableSymbol},
       RecordField{"unavailableText", &PowerBreakdown::unavailableText},
       RecordField{"accessibilityText", &PowerBreakdown::accessibilityText}};
@@ -133,9 +125,7 @@ struct ShownFields<ProcessFiguresRow> {
 template <>
 struct ShownFields<ProTelemetrySection> {
   static constexpr std::tuple values{RecordField{"heading", &ProTelemetrySection::heading},
-                                     RecordField{"rows", &ProTelemetrySection::rows},
                                      RecordField{"error", &ProTelemetrySection::error},
-                                     RecordField{"processes", &ProTelemetrySection::processes},
                                      RecordField{"emptyText", &ProTelemetrySection::emptyText}};
 };
 
@@ -143,10 +133,8 @@ template <>
 struct ShownFields<AdvancedMetrics> {
   static constexpr std::tuple values{
       RecordField{"heading", &AdvancedMetrics::heading},
-      RecordField{"rows", &AdvancedMetrics::rows},
       RecordField{"activityHeading", &AdvancedMetrics::activityHeading},
       RecordField{"activityCaption", &AdvancedMetrics::activityCaption},
-      RecordField{"activities", &AdvancedMetrics::activities},
       RecordField{"activityEmptyText", &AdvancedMetrics::activityEmptyText},
       RecordField{"proTelemetry", &AdvancedMetrics::proTelemetry}};
 };

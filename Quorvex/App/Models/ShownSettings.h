@@ -28,16 +28,12 @@ struct ShownFields<SettingsContent::SamplingSection> {
 
 template <>
 struct ShownFields<SettingsContent::LaunchSection> {
-  static constexpr std::tuple values{
-      RecordField{"title", &SettingsContent::LaunchSection::title},
-      RecordField{"toggleTitle", &SettingsContent::LaunchSection::toggleTitle}};
+  static constexpr std::tuple values{RecordField{"title", &SettingsContent::LaunchSection::title}};
 };
 
 template <>
 struct ShownFields<SettingsContent::ToggleSection> {
-  static constexpr std::tuple values{
-      RecordField{"title", &SettingsContent::ToggleSection::title},
-      RecordField{"toggles", &SettingsContent::ToggleSection::toggles}};
+  static constexpr std::tuple values{RecordField{"title", &SettingsContent::ToggleSection::title}};
 };
 
 template <>

@@ -1,6 +1,6 @@
 import QtQuick
 
-// Explains its parent while the pointer rests on it. The text's window is made when first needed.
+// Explains its parent while the pointer rests on it. The text is made when first needed.
 HoverHandler {
     id: tip
 

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-// The sections of the moment, in the order that the rules give them.
+// The sections of the moment; the rules say which there are.
 ScrollPage {
     id: page
 

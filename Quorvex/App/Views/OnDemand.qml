@@ -4,11 +4,11 @@ import QtQuick
 // Parts that a control has only once they are needed: most are never pointed at for long and never
 // have the keyboard, and windows open sooner without reading and making them.
 QtObject {
-    property var made: ({})
+    property var parts: ({})
 
     function part(file) {
-        made[file] = made[file] ?? Qt.createComponent(file)
-        return made[file]
+        parts[file] = parts[file] ?? Qt.createComponent(file)
+        return parts[file]
     }
     // Explains `owner`, by its `help`, while it is `hovered`.
     function explain(owner, item) {

@@ -9,6 +9,8 @@ Card {
     required property var content
     readonly property var breakdown: content.breakdown
 
+    description: breakdown.accessibilityText
+
     RowLayout {
         spacing: Theme.large
 

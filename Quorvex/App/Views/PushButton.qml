@@ -6,10 +6,9 @@ Pressable {
 
     property string symbol: ""
     property bool isProminent: false
-    property string tone: "primary"
     // The name of a button without a text.
     property string description: ""
-    readonly property color ink: isProminent ? Theme.accentText : Theme.named[tone]
+    readonly property color ink: isProminent ? Theme.accentText : Theme.primary
 
     implicitHeight: Theme.controlHeight
     implicitWidth: text === "" ? implicitHeight : Math.max(implicitHeight, row.implicitWidth + 6 * Theme.unit)

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 
 // The report of the selected session, a calm sign that it is being read, why it cannot be, or the
 // invitation to choose one.

@@ -1,7 +1,8 @@
 import QtQuick
 import Quorvex.Items
 
-// A symbol in the tone of what it stands for, beside a text that says the same.
+// A symbol in the tone of what it stands for. Beside a text that says the same it is silent; a symbol
+// that stands alone is given its name where it is used.
 SymbolItem {
     property string tone: "secondary"
 

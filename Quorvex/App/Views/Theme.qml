@@ -2,7 +2,7 @@ pragma Singleton
 import QtQuick
 import Quorvex.Items
 
-// The one place of sizes, type and colours.
+// The one place of sizes and colours, and of the type scale for views.
 QtObject {
     readonly property bool isDark: SystemAppearance.isDark
 

@@ -63,15 +63,6 @@ void ChartItem::setColors(const QVariantMap& colors) {
   emit colorsChanged();
 }
 
-void ChartItem::setLineWidth(double width) {
-  if (width == lineWidth_) {
-    return;
-  }
-  lineWidth_ = width;
-  update();
-  emit lineWidthChanged();
-}
-
 void ChartItem::setFilled(bool isFilled) {
   if (isFilled == isFilled_) {
     return;
@@ -83,7 +74,7 @@ void ChartItem::setFilled(bool isFilled) {
 
 void ChartItem::paint(QPainter& painter) {
   // Half a line's width of room, so that a line at the edge is not cut.
-  const double room = lineWidth_;
+  const double room = lineWidth();
   const QRectF area = boundingRect().adjusted(room, room, -room, -room);
   for (const QVariant& entry : series_) {
     const QVariantMap one = entry.toMap();
@@ -97,10 +88,10 @@ void ChartItem::paint(QPainter& painter) {
         fillBelow(painter, line, area, color);
       }
       painter.setBrush(Qt::NoBrush);
-      painter.setPen(QPen(color, lineWidth_, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+      painter.setPen(QPen(color, lineWidth(), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
       if (line.size() == 1) {
         // Without neighbours a dot of the line's width would go unseen.
-        painter.setPen(QPen(color, 2 * lineWidth_, Qt::SolidLine, Qt::RoundCap));
+        painter.setPen(QPen(color, 2 * lineWidth(), Qt::SolidLine, Qt::RoundCap));
         painter.drawPoint(line.constFirst());
       } else {
         painter.drawPolyline(line);

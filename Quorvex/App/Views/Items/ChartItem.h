@@ -14,7 +14,8 @@ class ChartItem : public PixelItem {
   Q_OBJECT
   Q_PROPERTY(QVariantList series READ series WRITE setSeries NOTIFY seriesChanged)
   Q_PROPERTY(QVariantMap colors READ colors WRITE setColors NOTIFY colorsChanged)
-  Q_PROPERTY(double lineWidth READ lineWidth WRITE setLineWidth NOTIFY lineWidthChanged)
+  /// In the units of the item.
+  Q_PROPERTY(double lineWidth READ lineWidth CONSTANT)
   /// Whether the ground below a line is tinted.
   Q_PROPERTY(bool isFilled READ isFilled WRITE setFilled NOTIFY filledChanged)
 
@@ -23,17 +24,15 @@ class ChartItem : public PixelItem {
 
   [[nodiscard]] const QVariantList& series() const { return series_; }
   [[nodiscard]] const QVariantMap& colors() const { return colors_; }
-  [[nodiscard]] double lineWidth() const { return lineWidth_; }
+  [[nodiscard]] static double lineWidth() { return 1.5; }
   [[nodiscard]] bool isFilled() const { return isFilled_; }
   void setSeries(const QVariantList& series);
   void setColors(const QVariantMap& colors);
-  void setLineWidth(double width);
   void setFilled(bool isFilled);
 
  signals:
   void seriesChanged();
   void colorsChanged();
-  void lineWidthChanged();
   void filledChanged();
 
  protected:
@@ -42,7 +41,6 @@ class ChartItem : public PixelItem {
  private:
   QVariantList series_;
   QVariantMap colors_;
-  double lineWidth_ = 1.5;
   bool isFilled_ = true;
 };
 
