@@ -92,14 +92,14 @@ using DropdownTest = DropdownWindowTest;
 TEST_F(DropdownTest, TheTabulatorStopsAtEveryControlOnceWithARing) {
   EXPECT_THAT(tabStops(*dropdown),
               ElementsAre("Energy", "Start", "Refresh", "Refresh interval", "Low-impact mode",
-                          "Open Dashboard", "Settings", "Copy JSON Report", "Quit Quorvex"));
+                          "Open Dashboard", "Copy JSON Report", "Settings", "Quit Quorvex"));
 }
 
 TEST_F(DropdownTest, EveryControlIsInTheTreeWithItsRoleAndName) {
   EXPECT_THAT(namesOf(QAccessible::RadioButton), ElementsAre("Energy", "Temp", "Network"));
   EXPECT_THAT(namesOf(QAccessible::PushButton),
               ElementsAre("Start", "Refresh", "Shorter refresh interval", "Longer refresh interval",
-                          "Open Dashboard", "Settings", "Copy JSON Report", "Quit Quorvex"));
+                          "Open Dashboard", "Copy JSON Report", "Settings", "Quit Quorvex"));
   EXPECT_THAT(namesOf(QAccessible::SpinBox), ElementsAre("Refresh interval"));
   EXPECT_THAT(namesOf(QAccessible::CheckBox), ElementsAre("Low-impact mode"));
   EXPECT_THAT(namesOf(QAccessible::Grouping), ::testing::Contains("Graph mode"));

@@ -16,19 +16,11 @@ ColumnLayout {
         implicitHeight: 1
         color: Theme.line
     }
-    RowLayout {
-        spacing: Theme.medium
-
-        MenuButton {
-            Layout.fillWidth: true
-            isProminent: true
-            entry: panel.menu.openDashboard
-            onClicked: panel.commands.openDashboard()
-        }
-        MenuButton {
-            entry: panel.menu.settings
-            onClicked: panel.commands.openSettings()
-        }
+    MenuButton {
+        Layout.fillWidth: true
+        isProminent: true
+        entry: panel.menu.openDashboard
+        onClicked: panel.commands.openDashboard()
     }
     RowLayout {
         spacing: Theme.medium
@@ -37,6 +29,10 @@ ColumnLayout {
             Layout.fillWidth: true
             entry: panel.menu.copyJSONReport
             onClicked: panel.commands.copyJSONReport()
+        }
+        MenuButton {
+            entry: panel.menu.settings
+            onClicked: panel.commands.openSettings()
         }
         MenuButton {
             Layout.fillWidth: true

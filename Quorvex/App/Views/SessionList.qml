@@ -94,7 +94,7 @@ Rectangle {
         }
         Item {
             Layout.fillHeight: true
-            visible: !chooser.visible
+            visible: list.count === 0
         }
     }
     Rectangle {
