@@ -77,7 +77,7 @@ QString FiguresItem::shownText() const {
   if (textWidth_ <= width()) {
     return text_;
   }
-  const QString ellipsis(QChar(0x2026));
+  QString ellipsis(QChar(0x2026));
   for (qsizetype length = text_.size() - 1; length > 0; --length) {
     QString shortened = text_.left(length) + ellipsis;
     if (widthOf(shortened) <= width()) {
