@@ -64,8 +64,17 @@ class Tray:
         return process, self.items[-1]
 
     def click(self, item):
-        self.bus.call_sync(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate",
-                           GLib.Variant("(ii)", (600, 10)), None, Gio.DBusCallFlags.NONE, -1)
+        """Clicks the icon. The program may ask this bar something before it answers."""
+        loop = GLib.MainLoop()
+
+        def answered(bus, result):
+            bus.call_finish(result)
+            loop.quit()
+
+        self.bus.call(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate",
+                      GLib.Variant("(ii)", (600, 10)), None, Gio.DBusCallFlags.NONE, -1, None,
+                      answered)
+        loop.run()
 
 
 def wait(seconds):
