@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <fstream>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "AppFixture.h"
@@ -40,11 +41,13 @@ class HelperModelTest : public testing::AppTest {
     model->setShown(true);
     settle();
   }
-  void toolIsUsable() {
+  void toolIsThere(FakeChild sample) {
     machine.files.set(path, FakeFile{});
     machine.children.answer(path, {"status-json"}, {.output = goodStatus});
-    machine.children.answer(path, {"read-pro-telemetry-json"}, {.output = goodSample});
+    machine.children.answer(path, {"read-pro-telemetry-json"}, std::move(sample));
   }
+  void toolIsUsable() { toolIsThere({.output = goodSample}); }
+  void everySampleFails() { toolIsThere({.error = "powermetrics failed", .exitStatus = 1}); }
   /// The tool lies beside the program; its installation ends as `child` does.
   void installationEnds(FakeChild child) {
     const std::string source = (home.path() / ProTelemetryService::bundledHelperName).string();
@@ -207,10 +210,7 @@ TEST_F(HelperModelTest, RefreshReadsTheStatusAndSamplesOnlyWhenTheSettingIsOn) {
 }
 
 TEST_F(HelperModelTest, ASamplesErrorIsTold) {
-  machine.files.set(path, FakeFile{});
-  machine.children.answer(path, {"status-json"}, {.output = goodStatus});
-  machine.children.answer(path, {"read-pro-telemetry-json"},
-                          {.error = "powermetrics failed", .exitStatus = 1});
+  everySampleFails();
   app->defaults().setProTelemetryEnabled(true);
   makeModel();
   EXPECT_EQ(message(), QStringLiteral("powermetrics failed"));
@@ -218,10 +218,7 @@ TEST_F(HelperModelTest, ASamplesErrorIsTold) {
 }
 
 TEST_F(HelperModelTest, AnErrorFromBeforeTheWindowOpenedIsTold) {
-  machine.files.set(path, FakeFile{});
-  machine.children.answer(path, {"status-json"}, {.output = goodStatus});
-  machine.children.answer(path, {"read-pro-telemetry-json"},
-                          {.error = "powermetrics failed", .exitStatus = 1});
+  everySampleFails();
   app->defaults().setProTelemetryEnabled(true);
   commands->startSession(QString{});
   advance(2.0);
