@@ -365,6 +365,15 @@ TEST_F(DashboardModelTest, ARowWhoseFiguresCannotBeReadStaysWithoutThemUntilARef
   EXPECT_EQ(values().size(), 3);
 }
 
+TEST_F(DashboardModelTest, ReadingAStoreThatIsGoneMakesNoNewOne) {
+  record("Idle test");
+  std::filesystem::remove(*app->storeFile());
+  openHistory();
+  EXPECT_EQ(history().report()->failure().value(QStringLiteral("title")),
+            QStringLiteral("Session Unavailable"));
+  EXPECT_FALSE(std::filesystem::exists(*app->storeFile()));
+}
+
 TEST_F(DashboardModelTest, AMissingHelperTurnsTheSettingOff) {
   app->defaults().setProTelemetryEnabled(true);
   makeDashboard();

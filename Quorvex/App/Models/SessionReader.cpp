@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <system_error>
 #include <utility>
 
 #include "AppVersion.h"
@@ -27,6 +28,10 @@ PowerSessionReport reportOf(PowerSessionStore& store, const PowerSession& sessio
 template <typename Value>
 std::optional<Value> readFrom(const std::filesystem::path& file, Clock& clock, const UUID& id,
                               Value (*read)(PowerSessionStore&, const PowerSession&)) {
+  // Opening would make a store where there is none.
+  if (std::error_code ignored; !std::filesystem::exists(file, ignored)) {
+    return std::nullopt;
+  }
   const auto store =
       PowerSessionStore::open({.appVersion = AppVersion::shortText, .storeURL = file}, clock);
   if (!store) {
