@@ -3,9 +3,11 @@
 
 #include <QFile>
 #include <QSignalSpy>
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "AppFixture.h"
 #include "DashboardModel.h"
@@ -288,6 +290,22 @@ TEST_F(DashboardModelTest, AReportThatCannotBeReadSaysSoUntilAnotherIsShown) {
   settle();
   EXPECT_TRUE(history().report()->hasReport());
   EXPECT_EQ(history().report()->failure(), QVariantMap{});
+}
+
+TEST_F(DashboardModelTest, AReadThatALaterOneReplacesIsNotShown) {
+  record("Idle test");
+  dashboard->viewHistory();
+  history().refreshSessions();  // asks for the report again while it is being read
+  const QSignalSpy loading(history().report(), &ReportModel::loadingChanged);
+  std::vector<bool> hadReport;
+  do {
+    stepped.runMainThread();
+    hadReport.push_back(history().report()->hasReport());
+  } while (stepped.stepWorkers());
+  EXPECT_TRUE(history().report()->hasReport());
+  // The end of the first read changed nothing.
+  EXPECT_EQ(std::ranges::count(hadReport, true), 1);
+  EXPECT_EQ(loading.count(), 1);
 }
 
 TEST_F(DashboardModelTest, TheActiveSessionsRowShowsTheRunningSummary) {

@@ -166,11 +166,11 @@ TEST_F(HelperModelTest, TurningTheSettingOffEndsTheLoopAndOnBeginsANewOne) {
   toolIsUsable();
   app->defaults().setProTelemetryEnabled(true);
   makeModel();
-  model->setEnabled(false);
+  app->defaults().setProTelemetryEnabled(false);
   advance(30.0);
   EXPECT_EQ(sampleCount(), 1);
   EXPECT_FALSE(shown("lastSample").isValid());
-  model->setEnabled(true);
+  app->defaults().setProTelemetryEnabled(true);
   settle();
   EXPECT_EQ(sampleCount(), 2);
 }

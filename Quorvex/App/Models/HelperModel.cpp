@@ -78,10 +78,6 @@ void HelperModel::refreshStatus() {
   }
 }
 
-void HelperModel::setEnabled(bool isEnabled) {
-  app_->defaults().setProTelemetryEnabled(isEnabled);
-}
-
 void HelperModel::tellExportFailure(std::string_view error) {
   apply(HelperFlow::exportFailed(current(), error));
 }

@@ -32,8 +32,6 @@ class HelperModel : public LiveModel {
   Q_INVOKABLE void install();
   /// Reads the status anew, and takes a sample when the setting is on.
   Q_INVOKABLE void refreshStatus();
-  /// Turns the setting on or off.
-  Q_INVOKABLE void setEnabled(bool isEnabled);
 
   /// Tells why an export failed: this is the place for it.
   void tellExportFailure(std::string_view error);
